@@ -1,0 +1,255 @@
+#include "support/xml.h"
+
+#include "support/owners.h"
+#include "support/store.h"
+#include "support/text.h"
+
+#include <array>
+#include <climits>
+#include <cstdio>
+#include <fcntl.h>
+#include <libxml/parser.h>
+#include <libxml/parserInternals.h>
+#include <optional>
+#include <sys/stat.h>
+
+namespace nasshare {
+
+namespace {
+
+const xmlChar *xml(const char *text) {
+  return reinterpret_cast<const xmlChar *>(text);
+}
+
+// The parser's own messages never reach the program's standard error.
+constexpr int parse_options =
+    XML_PARSE_NOBLANKS | XML_PARSE_NODICT | XML_PARSE_NOERROR | XML_PARSE_NOWARNING | XML_PARSE_NONET;
+
+bool is_regular(int fd) {
+  struct stat status {};
+  return fstat(fd, &status) == 0 && S_ISREG(status.st_mode);
+}
+
+} // namespace
+
+XmlDocument parse_xml(std::string_view text) {
+  if (text.size() > INT_MAX) {
+    return nullptr;
+  }
+  return XmlDocument(
+      xmlReadMemory(text.data(), static_cast<int>(text.size()), nullptr, nullptr, parse_options));
+}
+
+XmlDocument load_xml(const char *path) {
+  Descriptor file(open(path, O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+  if (!file || !is_regular(file.get())) {
+    return nullptr;
+  }
+  return XmlDocument(xmlReadFd(file.get(), path, nullptr, parse_options));
+}
+
+xmlNode *child_element(xmlNode *parent, const char *name) {
+  auto *node = parent == nullptr ? nullptr : element_from(parent->children);
+  while (node != nullptr && xmlStrcmp(node->name, xml(name)) != 0) {
+    node = element_from(node->next);
+  }
+  return node;
+}
+
+xmlNode *element_from(xmlNode *node) {
+  while (node != nullptr && node->type != XML_ELEMENT_NODE) {
+    node = node->next;
+  }
+  return node;
+}
+
+ChildText::ChildText(xmlNode *parent, const char *name) {
+  if (auto *child = child_element(parent, name)) {
+    text_.reset(xmlNodeGetContent(child));
+  }
+}
+
+std::int32_t ChildText::number() const {
+  return decimal(view());
+}
+
+void read_child(xmlNode *parent, const char *name, std::span<char> field) {
+  assign(field, ChildText(parent, name).view());
+}
+
+void read_child_list(xmlNode *parent, const char *name, std::span<char> field) {
+  assign_list(field, ChildText(parent, name).view());
+}
+
+XmlDocument new_xml(const char *root) {
+  XmlDocument document(xmlNewDoc(xml("1.0")));
+  auto *node = document ? xmlNewNode(nullptr, xml(root)) : nullptr;
+  if (node == nullptr) {
+    return nullptr;
+  }
+  xmlDocSetRootElement(document.get(), node);
+  return document;
+}
+
+namespace {
+
+// Characters that XML 1.0 allows (section 2.2 of the recommendation).
+bool is_xml_character(char32_t c) {
+  return c == '\t' || c == '\n' || c == '\r' || (c >= 0x20 && c <= 0xD7FF) || (c >= 0xE000 && c <= 0xFFFD) ||
+         (c >= 0x10000 && c <= 0x10FFFF);
+}
+
+// Length of the UTF-8 character (RFC 3629) at the start of the text when XML allows it, else 0.
+std::size_t xml_character_length(std::string_view text) {
+  auto first = static_cast<unsigned char>(text.front());
+  std::size_t length = first < 0x80   ? 1
+                       : first < 0xC2 ? 0
+                       : first < 0xE0 ? 2
+                       : first < 0xF0 ? 3
+                       : first < 0xF5 ? 4
+                                      : 0;
+  if (length == 0 || length > text.size()) {
+    return 0;
+  }
+  char32_t code = length == 1 ? first : first & (0x7FU >> length);
+  for (auto byte : text.substr(1, length - 1)) {
+    auto bits = static_cast<unsigned char>(byte);
+    if ((bits & 0xC0U) != 0x80U) {
+      return 0;
+    }
+    code = (code << 6U) | (bits & 0x3FU);
+  }
+  constexpr std::array<char32_t, 5> smallest{0, 0, 0x80, 0x800, 0x10000};
+  return code >= smallest[length] && is_xml_character(code) ? length : 0;
+}
+
+struct Reference {
+  char32_t character;
+  std::size_t length; // from "&" to ";"
+};
+
+std::optional<char32_t> character_number(std::string_view digits) {
+  char32_t base = 10;
+  if (digits.starts_with('x')) {
+    base = 16;
+    digits.remove_prefix(1);
+  }
+  if (digits.empty()) {
+    return std::nullopt;
+  }
+  char32_t code = 0;
+  for (char c : digits) {
+    char32_t digit = c >= '0' && c <= '9'   ? static_cast<char32_t>(c - '0')
+                     : c >= 'a' && c <= 'f' ? static_cast<char32_t>(c - 'a' + 10)
+                     : c >= 'A' && c <= 'F' ? static_cast<char32_t>(c - 'A' + 10)
+                                            : 99;
+    if (digit >= base || code > 0x10FFFF) {
+      return std::nullopt;
+    }
+    code = code * base + digit;
+  }
+  return is_xml_character(code) ? std::optional(code) : std::nullopt;
+}
+
+// The reference at the start of the markup, if there is one that XML knows.
+std::optional<Reference> reference_at(std::string_view markup) {
+  auto end = markup.find(';');
+  if (!markup.starts_with('&') || end == std::string_view::npos) {
+    return std::nullopt;
+  }
+  auto name = markup.substr(1, end - 1);
+  if (name.starts_with('#')) {
+    auto code = character_number(name.substr(1));
+    return code ? std::optional(Reference{*code, end + 1}) : std::nullopt;
+  }
+  struct Entity {
+    std::string_view name;
+    char character;
+  };
+  constexpr std::array<Entity, 5> entities{
+      {{"amp", '&'}, {"lt", '<'}, {"gt", '>'}, {"quot", '"'}, {"apos", '\''}}};
+  for (auto entity : entities) {
+    if (entity.name == name) {
+      return Reference{static_cast<char32_t>(entity.character), end + 1};
+    }
+  }
+  return std::nullopt;
+}
+
+using ContentText = Text<3 * list_width>; // every byte of a list may become U+FFFD
+
+void append_character(ContentText &text, char32_t code) {
+  std::array<xmlChar, 5> bytes{};
+  auto length = xmlCopyCharMultiByte(bytes.data(), static_cast<int>(code));
+  text.append(
+      std::string_view(reinterpret_cast<const char *>(bytes.data()), static_cast<std::size_t>(length)));
+}
+
+// Takes the character at the front of the rest, or what stands for one that XML cannot hold.
+void move_character(std::string_view &rest, ContentText &content) {
+  auto length = xml_character_length(rest);
+  content.append(length == 0 ? "\xEF\xBF\xBD" : rest.substr(0, length));
+  rest.remove_prefix(length == 0 ? 1 : length);
+}
+
+bool add_content(xmlNode *parent, const char *name, const ContentText &content) {
+  // An empty field is an empty element, without a text in it.
+  return xmlNewTextChild(parent, nullptr, xml(name), content.empty() ? nullptr : xml(content.c_str())) !=
+         nullptr;
+}
+
+} // namespace
+
+bool xml_can_hold(std::string_view text) {
+  while (!text.empty()) {
+    auto length = xml_character_length(text);
+    if (length == 0) {
+      return false;
+    }
+    text.remove_prefix(length);
+  }
+  return true;
+}
+
+xmlNode *add_element(xmlNode *parent, const char *name) {
+  return xmlNewChild(parent, nullptr, xml(name), nullptr);
+}
+
+bool add_text(xmlNode *parent, const char *name, std::string_view text) {
+  ContentText content;
+  while (!text.empty()) {
+    move_character(text, content);
+  }
+  return add_content(parent, name, content);
+}
+
+bool add_markup(xmlNode *parent, const char *name, std::string_view markup) {
+  ContentText content;
+  while (!markup.empty()) {
+    if (auto reference = reference_at(markup)) {
+      append_character(content, reference->character);
+      markup.remove_prefix(reference->length);
+    } else {
+      move_character(markup, content);
+    }
+  }
+  return add_content(parent, name, content);
+}
+
+bool add_number(xmlNode *parent, const char *name, std::int32_t value) {
+  return add_text(parent, name, decimal_text(value).view());
+}
+
+XmlText compose_xml(xmlDoc *document) {
+  xmlChar *bytes = nullptr;
+  int size = 0;
+  xmlDocDumpFormatMemoryEnc(document, &bytes, &size, "UTF-8", 1);
+  return XmlText(bytes);
+}
+
+bool store_xml(xmlDoc *document, const char *path) {
+  auto text = compose_xml(document);
+  return text && store_file(path, view(text));
+}
+
+} // namespace nasshare

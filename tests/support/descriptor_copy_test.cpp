@@ -1,0 +1,193 @@
+/* Reading, writing and copying between open descriptors. */
+#include "appliance.h"
+#include "nasshare/support.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cerrno>
+#include <string>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace {
+
+int reading(const char *path) {
+  return ::open(path, O_RDONLY | O_CLOEXEC);
+}
+
+int writing(const char *path) {
+  return ::open(path, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
+}
+
+/* A pipe that never waits. */
+struct Pipe {
+  std::array<int, 2> ends{-1, -1};
+
+  Pipe() { EXPECT_EQ(::pipe2(ends.data(), O_NONBLOCK | O_CLOEXEC), 0); }
+  int out() const { return ends[0]; }
+  int in() const { return ends[1]; }
+};
+
+struct CopyResult {
+  int64_t result;
+  std::string text;
+
+  bool operator==(const CopyResult &) const = default;
+};
+
+/* Copies from a file of that many bytes, with that limit. */
+CopyResult copied(size_t size, int64_t limit) {
+  Appliance{}.file("/tmp/source", std::string(size, 's'));
+  const int64_t result = copyfd_eof(reading("/tmp/source"), writing("/tmp/target"), limit);
+  return {result, read_file("/tmp/target")};
+}
+
+} // namespace
+
+TEST(DescriptorCopy, LimitZeroCopiesToTheEnd) {
+  for (const size_t size : {0U, 1U, 4095U, 4096U, 4097U, 100000U}) {
+    SCOPED_TRACE(size);
+    EXPECT_EQ(copied(size, 0), (CopyResult{static_cast<int64_t>(size), std::string(size, 's')}));
+  }
+}
+
+TEST(DescriptorCopy, LimitIsNotExceeded) {
+  for (const size_t limit : {1U, 4095U, 4096U, 4097U, 8192U, 9999U, 10000U}) {
+    SCOPED_TRACE(limit);
+    EXPECT_EQ(copied(10000, static_cast<int64_t>(limit)),
+              (CopyResult{static_cast<int64_t>(limit), std::string(limit, 's')}));
+  }
+}
+
+TEST(DescriptorCopy, LimitBeyondTheEndCopiesWhatIsThere) {
+  EXPECT_EQ(copied(5000, 5001), (CopyResult{5000, std::string(5000, 's')}));
+  EXPECT_EQ(copied(5000, int64_t{1} << 40), (CopyResult{5000, std::string(5000, 's')}));
+}
+
+TEST(DescriptorCopy, SourceIsReadNoFurtherThanTheLimit) {
+  Appliance{}.file("/tmp/source", std::string(10000, 's'));
+  const int source = reading("/tmp/source");
+  EXPECT_EQ(copyfd_eof(source, -1, 5000), 5000);
+  EXPECT_EQ(::lseek(source, 0, SEEK_CUR), 5000);
+}
+
+TEST(DescriptorCopy, CopyGoesOnWhereTheLastOneEnded) {
+  Appliance{}.file("/tmp/source", "first,second");
+  const int source = reading("/tmp/source");
+  const int target = writing("/tmp/target");
+  EXPECT_EQ(copyfd_eof(source, target, 6), 6);
+  EXPECT_EQ(copyfd_eof(source, target, 0), 6);
+  EXPECT_EQ(read_file("/tmp/target"), "first,second");
+}
+
+TEST(DescriptorCopy, NegativeDestinationReadsAndDiscards) {
+  Appliance{}.file("/tmp/source", std::string(10000, 's'));
+  const int source = reading("/tmp/source");
+  EXPECT_EQ(copyfd_eof(source, -1, 0), 10000);
+  EXPECT_EQ(copyfd_eof(source, -1, 0), 0);
+}
+
+TEST(DescriptorCopy, NegativeSourceFails) {
+  EXPECT_EQ(copyfd_eof(-1, writing("/tmp/target"), 0), -1);
+  EXPECT_EQ(copyfd_eof(-1, -1, 0), -1);
+}
+
+TEST(DescriptorCopy, ReadErrorFails) {
+  EXPECT_EQ(copyfd_eof(reading("/tmp"), writing("/tmp/target"), 0), -1);
+  EXPECT_EQ(read_file("/tmp/target"), "");
+}
+
+TEST(DescriptorCopy, ReadErrorAfterSomeBytesFails) {
+  const Pipe pipe;
+  ASSERT_EQ(::write(pipe.in(), "some", 4), 4);
+  EXPECT_EQ(copyfd_eof(pipe.out(), writing("/tmp/target"), 0), -1);
+  EXPECT_EQ(read_file("/tmp/target"), "some");
+}
+
+TEST(DescriptorCopy, WriteErrorFails) {
+  Appliance{}.file("/tmp/source", "text").file("/tmp/target", "");
+  EXPECT_EQ(copyfd_eof(reading("/tmp/source"), writing("/dev/full"), 0), -1);
+  EXPECT_EQ(copyfd_eof(reading("/tmp/source"), reading("/tmp/target"), 0), -1);
+}
+
+TEST(DescriptorCopy, ShortWriteFails) {
+  Appliance{}.file("/tmp/source", std::string(100000, 's'));
+  const Pipe pipe;
+  EXPECT_EQ(copyfd_eof(reading("/tmp/source"), pipe.in(), 0), -1) << "a pipe holds less";
+}
+
+TEST(DescriptorCopy, EmptySourceWritesNothing) {
+  EXPECT_EQ(copyfd_eof(reading("/dev/null"), writing("/dev/full"), 0), 0);
+}
+
+TEST(SafeRead, IsOneRead) {
+  const Pipe pipe;
+  ASSERT_EQ(::write(pipe.in(), "text", 4), 4);
+  std::array<char, 8> buffer{};
+  EXPECT_EQ(safe_read(pipe.out(), buffer.data(), buffer.size()), 4);
+  EXPECT_STREQ(buffer.data(), "text");
+}
+
+TEST(SafeRead, OtherErrorsAreHandedBack) {
+  const Pipe pipe;
+  char byte = 0;
+  errno = 0;
+  EXPECT_EQ(safe_read(pipe.out(), &byte, 1), -1);
+  EXPECT_EQ(errno, EAGAIN);
+  EXPECT_EQ(safe_read(-1, &byte, 1), -1);
+  EXPECT_EQ(errno, EBADF);
+}
+
+TEST(SafeWrite, IsOneWrite) {
+  const Pipe pipe;
+  const std::string more(1 << 20, 'm');
+  const ssize_t written = safe_write(pipe.in(), more.data(), more.size());
+  EXPECT_GT(written, 0);
+  EXPECT_LT(written, static_cast<ssize_t>(more.size()));
+}
+
+TEST(SafeWrite, OtherErrorsAreHandedBack) {
+  EXPECT_EQ(safe_write(writing("/dev/full"), "x", 1), -1);
+  EXPECT_EQ(errno, ENOSPC);
+  EXPECT_EQ(safe_write(-1, "x", 1), -1);
+  EXPECT_EQ(errno, EBADF);
+}
+
+TEST(FullRead, FillsTheLengthOrEndsWithTheFile) {
+  Appliance{}.file("/tmp/source", "0123456789");
+  const int source = reading("/tmp/source");
+  std::array<char, 16> buffer{};
+  EXPECT_EQ(full_read(source, buffer.data(), 4), 4);
+  EXPECT_STREQ(buffer.data(), "0123");
+  EXPECT_EQ(full_read(source, buffer.data(), 16), 6);
+  EXPECT_STREQ(buffer.data(), "456789");
+  EXPECT_EQ(full_read(source, buffer.data(), 16), 0);
+}
+
+TEST(FullRead, ErrorAfterSomeBytesGivesTheirCount) {
+  const Pipe pipe;
+  ASSERT_EQ(::write(pipe.in(), "text", 4), 4);
+  std::array<char, 8> buffer{};
+  EXPECT_EQ(full_read(pipe.out(), buffer.data(), buffer.size()), 4);
+  EXPECT_EQ(full_read(pipe.out(), buffer.data(), buffer.size()), -1);
+}
+
+TEST(FullRead, LengthZeroReadsNothing) {
+  EXPECT_EQ(full_read(-1, nullptr, 0), 0);
+}
+
+TEST(FullWrite, ErrorAfterSomeBytesGivesTheirCount) {
+  const Pipe pipe;
+  const int capacity = ::fcntl(pipe.in(), F_GETPIPE_SZ);
+  const std::string more(static_cast<size_t>(capacity) + 1, 'm');
+  EXPECT_EQ(full_write(pipe.in(), more.data(), more.size()), capacity);
+  errno = 0;
+  EXPECT_EQ(full_write(pipe.in(), more.data(), more.size()), -1);
+  EXPECT_EQ(errno, EAGAIN);
+}
+
+TEST(FullWrite, LengthZeroWritesNothing) {
+  EXPECT_EQ(full_write(-1, nullptr, 0), 0);
+}

@@ -1,0 +1,20 @@
+/* A file that is there and that nobody can open, root included: a socket. */
+#ifndef NASSHARE_TESTS_UNOPENABLE_H
+#define NASSHARE_TESTS_UNOPENABLE_H
+
+#include "files.h"
+
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+inline void make_unopenable(const std::string &path) {
+  const int server = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+  sockaddr_un address{};
+  address.sun_family = AF_UNIX;
+  path.copy(address.sun_path, sizeof address.sun_path - 1);
+  files::require(::bind(server, reinterpret_cast<const sockaddr *>(&address), sizeof address) == 0, path);
+  ::close(server);
+}
+
+#endif
