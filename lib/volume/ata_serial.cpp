@@ -1,0 +1,95 @@
+#include "nasshare/volume.h"
+#include "support/debug.h"
+#include "support/owners.h"
+#include "support/text.h"
+
+#include <array>
+#include <fcntl.h>
+#include <scsi/sg.h>
+#include <sys/ioctl.h>
+
+using namespace nasshare;
+
+namespace {
+
+constexpr std::size_t serial_width = sizeof smb_catalogue::disk_serial[0];
+
+using Block = std::array<unsigned char, 512>;
+
+// ATA PASS-THROUGH (16) of IDENTIFY DEVICE: PIO data-in, one block from the device.
+std::array<unsigned char, 16> identify_command() {
+  std::array<unsigned char, 16> command{};
+  command[0] = 0x85;  // ATA PASS-THROUGH (16)
+  command[1] = 0x08;  // protocol: PIO data-in
+  command[2] = 0x0E;  // from the device, in blocks, as many as the sector count says
+  command[6] = 0x01;  // sector count
+  command[14] = 0xEC; // IDENTIFY DEVICE
+  return command;
+}
+
+// A check condition is accepted: pass-through commands report through sense data.
+bool completed(const sg_io_hdr_t &request) {
+  if (request.status != 0 && request.status != 2) {
+    trace_debug("SG_IO: bad status: 0x%x\n", request.status);
+    return false;
+  }
+  if (request.host_status != 0) {
+    trace_debug("SG_IO: bad host status: 0x%x\n", request.host_status);
+    return false;
+  }
+  if (request.driver_status != 0 && request.driver_status != 8) {
+    trace_debug("SG_IO: bad driver status: 0x%x\n", request.driver_status);
+    return false;
+  }
+  return true;
+}
+
+// Words 10 to 19 hold the serial number, the two characters of each word swapped.
+Text<21> serial_number(const Block &identify) {
+  std::array<char, 21> characters{};
+  for (std::size_t i = 0; i < 20; i += 2) {
+    characters[i] = static_cast<char>(identify[20 + i + 1]);
+    characters[i + 1] = static_cast<char>(identify[20 + i]);
+  }
+  std::string_view serial = characters.data();
+  auto first = serial.find_first_not_of(' ');
+  return {first == std::string_view::npos ? std::string_view() : serial.substr(first)};
+}
+
+} // namespace
+
+void get_serial_number(char *destination, const char *device_name) {
+  if (destination == nullptr || device_name == nullptr) {
+    return;
+  }
+  std::span field(destination, serial_width);
+  Text<path_width> path{"/dev/", device_name};
+  Descriptor device(open(path.c_str(), O_RDWR | O_NONBLOCK | O_CLOEXEC));
+  if (!device) {
+    trace_debug("Cannot open %s device!\n", path.c_str());
+    assign(field, "cant_get_serial_number");
+    return;
+  }
+
+  Block identify{};
+  std::array<unsigned char, 32> sense{};
+  auto command = identify_command();
+  sg_io_hdr_t request{};
+  request.interface_id = 'S';
+  request.dxfer_direction = SG_DXFER_FROM_DEV;
+  request.cmd_len = command.size();
+  request.mx_sb_len = sense.size();
+  request.dxfer_len = identify.size();
+  request.dxferp = identify.data();
+  request.cmdp = command.data();
+  request.sbp = sense.data();
+  request.timeout = 15000; // milliseconds
+  if (ioctl(device.get(), SG_IO, &request) < 0) {
+    trace_debug("SG_IO: ioctl fail\n");
+    assign(field, "cant_get_serial_number");
+    return;
+  }
+  if (completed(request)) {
+    assign(field, serial_number(identify).view());
+  }
+}

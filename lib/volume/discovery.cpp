@@ -1,0 +1,124 @@
+#include "nasshare/volume.h"
+#include "support/debug.h"
+#include "support/text.h"
+#include "volume/mtab.h"
+#include "volume/volume_kind.h"
+
+#include <cstddef>
+#include <cstdlib>
+#include <cstring>
+
+using namespace nasshare;
+
+namespace {
+
+// The volume table is the first part of the catalogue; the global settings behind it stay.
+void clear_volume_table(smb_catalogue &table) {
+  std::memset(static_cast<void *>(&table), 0, offsetof(smb_catalogue, workgroup));
+}
+
+void report_mounts(const smb_catalogue &table) {
+  for (const auto &device : table.vol_mount_dev) {
+    if (device[0] != '\0') {
+      list_debug("volume_mount_point [%s]\n", device);
+    }
+  }
+  list_debug("\n");
+  for (int volume = 0; volume < 2; ++volume) {
+    list_debug("Volume_%d [%d]\n", volume + 1, table.vol_present[volume]);
+  }
+  list_debug("\n");
+  for (int volume = 0; volume < 2; ++volume) {
+    list_debug("hidden_%d [%d]\n", volume + 1, table.vol_hidden[volume]);
+  }
+  list_debug("\n");
+  for (int slot = 0; slot < 32; ++slot) {
+    if (table.usb_exist[slot] == 1) {
+      list_debug("usb %d exist [%d]\n", slot, 1);
+    }
+  }
+}
+
+// Every caller is a short-lived program that has nothing to do without a volume.
+void end_without_volume(const smb_catalogue &table) {
+  if (table.vol_count == 0 || table.hd_count == 0) {
+    list_debug("### NO HD or NO Volume !! ###\n");
+    std::exit(-1);
+  }
+}
+
+void identify_single_disk(smb_catalogue &table, int volume) {
+  table.vol_raid_type[volume] = single_disk;
+  for (int disk = 0; disk < 2; ++disk) {
+    if (table.hd_present[disk] == 1 &&
+        contains(view(table.vol_mount_dev[volume]), view(table.hd_device[disk]))) {
+      table.vol_hd[volume] = disk;
+      assign(table.vol_comp_str[volume], view(table.disk_serial[disk]));
+      return;
+    }
+  }
+}
+
+void identify_array(smb_catalogue &table, int volume) {
+  get_raid_uuid(table.vol_uuid[volume], table.vol_mount_dev[volume]);
+  assign(table.vol_comp_str[volume], Text<name_width>{uuid_label, view(table.vol_uuid[volume])}.view());
+  for (const char *md_name : {"md1", "md2", "md3", "md4"}) {
+    if (contains(view(table.vol_mount_dev[volume]), md_name)) {
+      parse_raid_info(&table, volume, md_name);
+      return;
+    }
+  }
+}
+
+// The hidden partition's letter is that of the volume's disk: for sdb "/mnt/HD_b4".
+void find_hidden_path(smb_catalogue &table, int volume) {
+  auto device = view(table.hd_device[table.vol_hd[volume]]);
+  if (device.size() > 2) {
+    assign(table.vol_hidden_path[volume], Text<16>{"/mnt/HD_", device.substr(2, 1), "4"}.view());
+  }
+}
+
+void report_volumes(const smb_catalogue &table) {
+  list_debug("\n");
+  for (int volume = 0; volume < 2; ++volume) {
+    if (table.vol_present[volume] != 1) {
+      continue;
+    }
+    int number = volume + 1;
+    int disk = table.vol_hd[volume];
+    list_debug("Volume_%d raid type [%d]\n", number, table.vol_raid_type[volume]);
+    list_debug("Volume_%d raid uuid [%s]\n", number, table.vol_uuid[volume]);
+    list_debug("Volume_%d comp str  [%s]\n", number, table.vol_comp_str[volume]);
+    list_debug("Volume_%d which hd  [%d][%s]\n", number, disk, table.hd_device[disk]);
+    list_debug("Volume_%d hidden in [%s]\n", number, table.vol_hidden_path[volume]);
+    list_debug("\n");
+  }
+}
+
+} // namespace
+
+void get_hd_raid_info(smb_catalogue *table) {
+  if (table == nullptr) {
+    return;
+  }
+  clear_volume_table(*table);
+  if (read_mtab(*table)) {
+    report_mounts(*table);
+  }
+  get_scsi_map(table);
+  list_debug("volume number = %d\n", table->vol_count);
+  list_debug("hd number     = %d\n\n", table->hd_count);
+  end_without_volume(*table);
+
+  for (int volume = 0; volume < 2; ++volume) {
+    if (table->vol_present[volume] == 1) {
+      if (is_array_device(view(table->vol_mount_dev[volume]))) {
+        identify_array(*table, volume);
+      } else {
+        identify_single_disk(*table, volume);
+      }
+      find_hidden_path(*table, volume);
+    }
+  }
+  report_volumes(*table);
+}
