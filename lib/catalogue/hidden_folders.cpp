@@ -1,0 +1,44 @@
+#include "catalogue/hidden_folders.h"
+
+#include "catalogue/share_xml.h"
+#include "nasshare/catalogue.h"
+#include "nasshare/support.h"
+#include "support/store.h"
+
+#include <unistd.h>
+
+using namespace nasshare;
+
+namespace {
+
+HiddenPath share_xml_in(const HiddenPath &folder) {
+  return HiddenPath{folder.view(), "/.systemfile/", share_xml_name()};
+}
+
+// A new file each time, with the mode of the temporary one; a copy that fails leaves the old file.
+void copy_into(const HiddenPath &folder) {
+  auto target = share_xml_in(folder);
+  HiddenPath fresh{target.view(), fresh_suffix};
+  unlink(fresh.c_str());
+  if (cp(temporary_share_xml, fresh.c_str()) == 0) {
+    put_in_place(fresh.c_str(), target.c_str());
+  } else {
+    unlink(fresh.c_str());
+  }
+}
+
+} // namespace
+
+int hidden_filter_dir(const dirent *entry) {
+  return entry != nullptr && std::string_view(entry->d_name).starts_with("HD_") ? 1 : 0;
+}
+
+void cp_xml_to_hidden(void) {
+  if (access(temporary_share_xml, F_OK) == 0) {
+    each_hidden_folder(copy_into);
+  }
+}
+
+void remove_hidden_smbxml(void) {
+  each_hidden_folder([](const HiddenPath &folder) { unlink(share_xml_in(folder).c_str()); });
+}

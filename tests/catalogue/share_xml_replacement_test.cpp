@@ -1,0 +1,227 @@
+/* A stored file is replaced whole: the old or the new one stands at any instant, and a write that fails
+   leaves the old one. */
+#include "appliance.h"
+#include "output.h"
+#include "share.h"
+
+#include "nasshare/catalogue.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cerrno>
+#include <climits>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <fstream>
+#include <string>
+#include <string_view>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+namespace {
+
+const std::string folder = "/mnt/HD_a4/.systemfile";
+const std::string stored = folder + "/.smb.xml";
+
+/* What was made durable and renamed so far, one line each, and what is to fail. */
+std::string steps;
+std::string failing;
+
+int step(const std::string &what) {
+  steps += what + "\n";
+  if (what != failing)
+    return 0;
+  errno = EIO;
+  return -1;
+}
+
+std::string path_of(int fd) {
+  std::array<char, PATH_MAX> path{};
+  const std::string link = "/proc/self/fd/" + std::to_string(fd);
+  return readlink(link.c_str(), path.data(), path.size() - 1) < 0 ? "?" : path.data();
+}
+
+ino_t inode(const std::string &path) {
+  struct stat status {};
+  EXPECT_EQ(lstat(path.c_str(), &status), 0);
+  return status.st_ino;
+}
+
+void list_shares() {
+  Insert_Smb_Node(Share{"Music"}.on_disk("WD-1").path("/mnt/HD/HD_a2/x").everyone());
+}
+
+std::string new_text() {
+  return share_xml(
+      {Share{"Music"}.on_disk("WD-1").path("/mnt/HD/HD_a2/x").browseable("yes").public_("yes").everyone()});
+}
+
+void mount_options(const std::string &options, const std::string &mounted) {
+  ASSERT_EQ(run_program({"mount", "-o", "remount," + options, mounted}).status, 0);
+}
+
+/* The write fails, says nothing, leaves the old text and nothing beside it. */
+void expect_failure_leaves_the_old_file() {
+  Captured captured;
+  EXPECT_EQ(create_HD_xml(stored.c_str()), -1);
+  EXPECT_EQ(captured.out(), "");
+  EXPECT_EQ(captured.err(), "");
+  EXPECT_EQ(read_file(stored), "old");
+  EXPECT_EQ(names_in(folder), std::vector<std::string>{".smb.xml"});
+}
+
+} // namespace
+
+extern "C" {
+[[gnu::visibility("default")]] int fsync(int fd) {
+  return step("flush " + path_of(fd)) == 0 ? static_cast<int>(syscall(SYS_fsync, fd)) : -1;
+}
+
+[[gnu::visibility("default")]] int rename(const char *from, const char *to) noexcept {
+  return step("rename " + std::string(from) + " " + to) == 0 ? renameat(AT_FDCWD, from, AT_FDCWD, to) : -1;
+}
+}
+
+TEST(ShareXmlReplacement, MakesANewFile) {
+  Appliance{}.shares("/mnt/HD_a4", "old");
+  ASSERT_EQ(link(stored.c_str(), (folder + "/kept").c_str()), 0);
+  std::ifstream reader(stored);
+  const ino_t before = inode(stored);
+  list_shares();
+  EXPECT_EQ(create_HD_xml(stored.c_str()), 0);
+  EXPECT_NE(inode(stored), before);
+  EXPECT_EQ(read_file(stored), new_text());
+  EXPECT_EQ(read_file(folder + "/kept"), "old");
+  std::string text;
+  std::getline(reader, text);
+  EXPECT_EQ(text, "old") << "who has the old file open keeps it";
+  EXPECT_EQ(names_in(folder), (std::vector<std::string>{".smb.xml", "kept"}));
+}
+
+TEST(ShareXmlReplacement, FlushesTheFileBeforeItsNameAndTheFolderBehind) {
+  Appliance{}.shares("/mnt/HD_a4", "old");
+  list_shares();
+  EXPECT_EQ(create_HD_xml(stored.c_str()), 0);
+  EXPECT_EQ(steps, "flush " + stored + ".new\n" + "rename " + stored + ".new " + stored + "\n" + "flush " +
+                       folder + "\n");
+}
+
+TEST(ShareXmlReplacement, GivesTheModeOfAFreshFile) {
+  Appliance{}.file(stored, "old", 0600);
+  list_shares();
+  umask(022);
+  EXPECT_EQ(create_HD_xml(stored.c_str()), 0);
+  EXPECT_EQ(mode(stored), 0644U);
+  umask(027);
+  EXPECT_EQ(create_HD_xml(stored.c_str()), 0);
+  EXPECT_EQ(mode(stored), 0640U);
+}
+
+TEST(ShareXmlReplacement, ReplacesALinkAndNotWhatItPointsTo) {
+  Appliance{}.file("/mnt/elsewhere.xml", "old").folder(folder).link("/mnt/elsewhere.xml", stored);
+  list_shares();
+  EXPECT_EQ(create_HD_xml(stored.c_str()), 0);
+  EXPECT_EQ(read_file("/mnt/elsewhere.xml"), "old");
+  EXPECT_EQ(read_file(stored), new_text());
+  struct stat status {};
+  ASSERT_EQ(lstat(stored.c_str(), &status), 0);
+  EXPECT_TRUE(S_ISREG(status.st_mode));
+}
+
+TEST(ShareXmlReplacement, WhatAPowerCutLeftIsNoObstacle) {
+  Appliance{}.shares("/mnt/HD_a4", "old").file(stored + ".new", std::string(100000, 'x'), 0400);
+  list_shares();
+  EXPECT_EQ(create_HD_xml(stored.c_str()), 0);
+  EXPECT_EQ(read_file(stored), new_text());
+  EXPECT_EQ(names_in(folder), std::vector<std::string>{".smb.xml"});
+}
+
+TEST(ShareXmlReplacement, ALinkThatWaitsBesideTheFileIsNotFollowed) {
+  Appliance{}
+      .shares("/mnt/HD_a4", "old")
+      .file("/etc/victim", "untouched")
+      .link("/etc/victim", stored + ".new");
+  list_shares();
+  EXPECT_EQ(create_HD_xml(stored.c_str()), 0);
+  EXPECT_EQ(read_file("/etc/victim"), "untouched");
+  EXPECT_EQ(read_file(stored), new_text());
+}
+
+TEST(ShareXmlReplacement, AReadOnlyVolumeKeepsTheOldFile) {
+  Appliance{}.hidden("/dev/sda4", "/mnt/HD_a4").shares("/mnt/HD_a4", "old");
+  list_shares();
+  mount_options("ro", "/mnt/HD_a4");
+  expect_failure_leaves_the_old_file();
+}
+
+TEST(ShareXmlReplacement, AFullVolumeKeepsTheOldFile) {
+  Appliance{}.hidden("/dev/sda4", "/mnt/HD_a4").shares("/mnt/HD_a4", "old");
+  Insert_Smb_Node(
+      Share{"Music"}.read("#" + std::string(12000, 'x') + "#").write("#" + std::string(12000, 'y') + "#"));
+  mount_options("size=16k", "/mnt/HD_a4");
+  expect_failure_leaves_the_old_file();
+}
+
+TEST(ShareXmlReplacement, AFailedFlushKeepsTheOldFile) {
+  Appliance{}.shares("/mnt/HD_a4", "old");
+  list_shares();
+  failing = "flush " + stored + ".new";
+  expect_failure_leaves_the_old_file();
+}
+
+TEST(ShareXmlReplacement, AFailedRenameKeepsTheOldFile) {
+  Appliance{}.shares("/mnt/HD_a4", "old");
+  list_shares();
+  failing = "rename " + stored + ".new " + stored;
+  expect_failure_leaves_the_old_file();
+}
+
+TEST(ShareXmlReplacement, AFolderThatCannotBeFlushedIsNoFailure) {
+  Appliance{}.shares("/mnt/HD_a4", "old");
+  list_shares();
+  failing = "flush " + folder;
+  EXPECT_EQ(create_HD_xml(stored.c_str()), 0);
+  EXPECT_EQ(read_file(stored), new_text());
+}
+
+TEST(ShareXmlReplacement, FailsWithoutAPlaceForTheFile) {
+  Appliance{}.folder(stored);
+  list_shares();
+  const std::string long_name = "/mnt/" + std::string(256, 'n');
+  const std::string long_path = "/mnt" + [] {
+    std::string parts;
+    while (parts.size() < 5000)
+      parts += "/folder";
+    return parts;
+  }();
+  Captured captured;
+  for (const std::string &target : {std::string("/mnt/nonesuch/.smb.xml"), stored, std::string(), long_name,
+                                    long_path, std::string("/etc/passwd/.smb.xml")}) {
+    SCOPED_TRACE(target.substr(0, 40));
+    EXPECT_EQ(create_HD_xml(target.c_str()), -1);
+  }
+  EXPECT_EQ(create_HD_xml(nullptr), -1);
+  EXPECT_EQ(captured.err(), "");
+  EXPECT_EQ(names_in("/mnt"), std::vector<std::string>{"HD_a4"});
+  EXPECT_EQ(names_in(folder), std::vector<std::string>{".smb.xml"});
+}
+
+TEST(ShareXmlReplacement, TheTemporaryFileIsGoneAfterAFailedWrite) {
+  const std::string temporary = "/tmp/.smb.xml";
+  for (const bool empty : {false, true}) {
+    SCOPED_TRACE(empty ? "empty catalogue" : "one share");
+    Appliance{}.file(temporary, "what an earlier program left");
+    Free_All_List();
+    if (!empty)
+      list_shares();
+    failing = "flush " + temporary + ".new";
+    EXPECT_EQ(create_HD_xml(temporary.c_str()), -1);
+    EXPECT_FALSE(exists(temporary));
+    EXPECT_FALSE(exists(temporary + ".new"));
+  }
+}
