@@ -1,0 +1,42 @@
+#include "nasshare/smbconf.h"
+#include "smbconf/sections.h"
+#include "support/text.h"
+
+using namespace nasshare;
+
+void nasshare::write_everyone(FILE *file, const char *option) {
+  if (pss->ads_enable == 1) {
+    std::fprintf(file, "%s = \"nobody\",\"+%s+Domain Users\"\n", option, pss->ads_workgroup);
+  } else {
+    std::fprintf(file, "%s = \"nobody\",\"@allaccount\"\n", option);
+  }
+}
+
+void nasshare::write_recycle_sections(FILE *file) {
+  for (int volume = 0; volume < 2; ++volume) {
+    if (pss->vol_present[volume] != 1 || pss->vol_recycle[volume] != 1) {
+      continue;
+    }
+    std::fprintf(file, "\n[ Recycle Bin - %s ]\n", pss->vol_share_name[volume]);
+    std::fprintf(file, "comment = Recycle Bin Directories\n");
+    Text<path_width> folder{SMB_VOL_NAME[volume], "/", recycle_folder};
+    create_recycle_user_directory(folder.c_str());
+    std::fprintf(file, "path = %s/%%u\n", folder.c_str());
+    std::fprintf(file, "guest ok = yes\n");
+    std::fprintf(file, "writable = yes\n");
+    write_everyone(file, "valid users");
+  }
+}
+
+void nasshare::write_dfs_section(FILE *file) {
+  std::fprintf(file, "\n[ %s ]\n", "DFS");
+  std::fprintf(file, "comment = Samba MSDFS Server\n");
+  std::fprintf(file, "path = %s\n", "/etc/dfsroot");
+  std::fprintf(file, "browseable = yes\n");
+  std::fprintf(file, "public = yes\n");
+  std::fprintf(file, "read list =\n");
+  write_everyone(file, "write list");
+  std::fprintf(file, "invalid users =\n");
+  write_everyone(file, "valid users");
+  std::fprintf(file, "msdfs root = yes\n");
+}

@@ -1,0 +1,90 @@
+#include "smbconf/sections.h"
+
+#include "nasshare/catalogue.h"
+
+namespace {
+
+constexpr const char *winbind_options = R"(template homedir = /home/winnt/%D/%U
+template shell = /bin/sh
+idmap uid = 10000-20000
+idmap gid = 10000-20000
+winbind use default domain = yes
+winbind enum users = yes
+winbind enum groups = yes
+winbind separator = +
+nt acl support = yes
+)";
+
+// As the appliance's Samba wants them. "strict allocate" is set twice and "directory mask" has two blanks, as
+// ever; in Active Directory mode "nt acl support" comes twice as well.
+constexpr const char *fixed_options = R"(delete veto files = yes
+unix charset = UTF8
+encrypt passwords = yes
+hide unreadable = yes
+map to guest = bad user
+null passwords = yes
+guest account = nobody
+max log size = 10
+local master = no
+log level = 0
+dns proxy = no
+ldap ssl = no
+use mmap = yes
+use spnego = yes
+socket options = IPTOS_LOWDELAY TCP_NODELAY SO_RCVBUF=131072 SO_SNDBUF=131072
+max xmit = 131072
+disable netbios = yes
+strict allocate = yes
+csc policy = manual
+allocation roundup size = 1048576
+create mask = 0777
+directory mask  = 0777
+force create mode = 0777
+force directory mode = 0777
+use sendfile = yes
+deadtime = 10
+smb passwd file = /etc/samba/smbpasswd
+disable spoolss = yes
+nt acl support = yes
+acl map full control = yes
+strict allocate = no
+load printers = yes
+printcap name = /usr/local/LPRng/etc/printcap
+min print space = 2000
+max print jobs = 1000
+printing = lprng
+print command = /usr/local/LPRng/bin/lpr -P%p -r %s
+lpq command = /usr/local/LPRng/bin/lpq -P%p
+lprm command = /usr/local/LPRng/bin/lprm -P%p %j
+lppause command = /usr/local/LPRng/sbin/lpc hold %p %j
+lpresume command = /usr/local/LPRng/sbin/lpc release %p %j
+queuepause command = /usr/local/LPRng/sbin/lpc -P%p stop
+queueresume command = /usr/local/LPRng/sbin/lpc -P%p start
+
+)";
+
+} // namespace
+
+void nasshare::write_global_section(FILE *file) {
+  std::fprintf(file, "[ global ]\n");
+  std::fprintf(file, "netbios name = %s\n", pss->netbios_name);
+  std::fprintf(file, "server string = %s\n", pss->server_string);
+  std::fprintf(file,
+               "veto files = /.AppleDouble/.AppleDB/.bin/.AppleDesktop/Network Trash "
+               "Folder/%s/.systemfile/lost+found/Nas_Prog/%s/%s/\n",
+               recycle_folder, "P2P", "aMule");
+  if (pss->ads_enable == 1) {
+    std::fprintf(file, "workgroup = %s\n", pss->ads_workgroup);
+    std::fprintf(file, "security = ads\n");
+    std::fprintf(file, "realm = %s\n", pss->ads_realm);
+    std::fprintf(file, "password server = %s\n", pss->ads_pwd_server);
+    std::fputs(winbind_options, file);
+  } else {
+    std::fprintf(file, "workgroup = %s\n", pss->workgroup);
+    std::fprintf(file, "security = user\n");
+  }
+  if (pss->dfs_enable == 1) {
+    std::fprintf(file, "host msdfs = yes\n");
+  }
+  std::fputs(fixed_options, file);
+}

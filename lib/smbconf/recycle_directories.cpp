@@ -1,0 +1,83 @@
+#include "ads/domain_accounts.h"
+#include "nasshare/catalogue.h"
+#include "nasshare/smbconf.h"
+#include "smbconf/domain_user.h"
+#include "support/lines.h"
+#include "support/owners.h"
+#include "support/text.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <pwd.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+using namespace nasshare;
+
+namespace {
+
+constexpr uid_t guest_id = 501; // the guest account's user and group id in domain mode
+constexpr std::int32_t first_domain_id = 10000;
+
+bool make_open(const char *path) {
+  bool made = mkdir(path, 0777) == 0;
+  return made && chmod(path, 0777) == 0; // whatever the umask is
+}
+
+// An existing directory is left alone, owner and mode included.
+void make_for(const char *root, std::initializer_list<std::string_view> name, uid_t user, gid_t group) {
+  Text<path_width> path{root, "/"};
+  if (path.append_whole(name) && access(path.c_str(), F_OK) != 0 && make_open(path.c_str())) {
+    static_cast<void>(chown(path.c_str(), user, group));
+  }
+}
+
+void make_for_domain_users(const char *root) {
+  make_for(root, {"nobody"}, guest_id, guest_id);
+  Pipe users(popen("wbinfo -z", "re"));
+  for (CommandLines lines(users.get()); lines.next();) {
+    auto user = parse_domain_user(lines.line());
+    if (user && user->uid >= first_domain_id && user->gid >= first_domain_id) {
+      make_for(root, {view(pss->ads_workgroup), "+", user->name}, static_cast<uid_t>(user->uid),
+               static_cast<gid_t>(user->gid));
+    }
+  }
+}
+
+void make_for_local_accounts(const char *root) {
+  constexpr std::array<std::string_view, 5> without{"root", "admin", "ftp", "sshd", "squeezecenter"};
+  setpwent();
+  while (const auto *account = getpwent()) {
+    if (std::ranges::find(without, std::string_view(account->pw_name)) == without.end()) {
+      make_for(root, {account->pw_name}, account->pw_uid, account->pw_gid);
+    }
+  }
+  endpwent();
+}
+
+} // namespace
+
+std::optional<DomainUser> nasshare::parse_domain_user(std::string_view line) {
+  if (begins_with_own_name(line) || line == "krbtgt" || contains(line, "Error looking up domain users")) {
+    return std::nullopt;
+  }
+  DomainUser user;
+  user.name = take_word(line);
+  bool complete = !user.name.empty() && take_decimal(line, user.uid) && take_decimal(line, user.gid);
+  return complete ? std::optional(user) : std::nullopt;
+}
+
+void create_recycle_user_directory(const char *directory) {
+  if (!given(directory)) {
+    return;
+  }
+  if (access(directory, F_OK) != 0) {
+    make_open(directory);
+  }
+  if (pss->ads_enable == 1) {
+    make_for_domain_users(directory);
+  } else {
+    make_for_local_accounts(directory);
+  }
+}

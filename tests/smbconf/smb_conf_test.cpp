@@ -1,0 +1,237 @@
+// The whole smb.conf, and how it is replaced.
+#include "smb_conf.h"
+
+#include "output.h"
+#include "share.h"
+
+#include "nasshare/support.h"
+
+#include <sys/mount.h>
+#include <sys/stat.h>
+
+namespace {
+
+std::string golden(const std::string &name) {
+  return read_file(PROJECT_FOLDER "/tests/smbconf/golden/" + name);
+}
+
+ino_t inode() {
+  struct stat status {};
+  EXPECT_EQ(stat(smb_conf, &status), 0);
+  return status.st_ino;
+}
+
+/* The line of the generated file that begins so. */
+std::string line(const std::string &beginning) {
+  const std::string text = "\n" + generated();
+  const size_t start = text.find("\n" + beginning);
+  if (start == std::string::npos)
+    return "no such line";
+  return text.substr(start + 1, text.find('\n', start + 1) - start - 1);
+}
+
+} // namespace
+
+// ---- Whole files
+
+TEST(SmbConf, OfAnEmptyCatalogueIsTheGlobalSection) {
+  outside_a_domain();
+  EXPECT_EQ(generated(), golden("user-mode-empty.conf"));
+}
+
+TEST(SmbConf, OfAnEmptyCatalogueInADomain) {
+  in_a_domain();
+  EXPECT_EQ(generated(), golden("domain-mode-empty.conf"));
+}
+
+TEST(SmbConf, OfSharesOnTwoVolumesAndAUsbDisk) {
+  Appliance{}
+      .folder("/mnt/HD_a4")
+      .folder("/mnt/HD_b4")
+      .folder("/mnt/HD/HD_a2")
+      .folder("/mnt/HD/HD_b2")
+      .folder("/mnt/USB/usb1 (x)")
+      .config("/system_mgr/nfs/enable", "1")
+      .exports("\"/mnt/HD/HD_b2/a/docs\" *(rw)\n");
+  outside_a_domain();
+  volumes_present(1, 1);
+  pss->dfs_enable = 1;
+  Insert_Smb_Node(
+      Share{"Volume_1"}.path("/mnt/HD/HD_a2").oplocks("yes").map_archive("no").everyone().recycle(1));
+  Insert_Smb_Node(Share{"Music & Films"}
+                      .comment("Songs; 100%s loud")
+                      .path("/mnt/HD/HD_a2/music/")
+                      .browseable("no")
+                      .oplocks("no")
+                      .map_archive("yes")
+                      .read("#alice#")
+                      .write("#@staff#")
+                      .deny("#carol#")
+                      .recycle(1, 1));
+  Insert_Smb_Node(Share{"Docs"}
+                      .comment("Contracts")
+                      .path("/mnt/HD/HD_b2/a/docs")
+                      .oplocks("yes")
+                      .map_archive("no")
+                      .deny("#bob#"));
+  Insert_Smb_Node(Share{"B\u00fccher"}
+                      .comment("Zum Lesen")
+                      .path("/mnt/HD/HD_b2/b\u00fccher")
+                      .oplocks("yes")
+                      .map_archive("yes")
+                      .read("#nobody#,#@allaccount#"));
+  Insert_Smb_Node(Share{"USBDisk1_1"}
+                      .comment("USB disk")
+                      .path("/mnt/USB/usb1 (x)")
+                      .oplocks("yes")
+                      .map_archive("no")
+                      .everyone());
+  EXPECT_EQ(generated(), golden("user-mode.conf"));
+}
+
+TEST(SmbConf, OfSharesInADomain) {
+  Appliance{}
+      .folder("/mnt/HD_b4")
+      .folder("/mnt/HD/HD_b2")
+      .command("wbinfo")
+      .group("Domain Users", 10000)
+      .user("john doe", 10001, 10000);
+  in_a_domain();
+  volumes_present(0, 1);
+  pss->dfs_enable = 1;
+  Insert_Smb_Node(
+      Share{"Public"}.path("/mnt/HD/HD_b2").oplocks("yes").map_archive("no").everyone().recycle(1, 1));
+  Insert_Smb_Node(Share{"Projects"}
+                      .comment("For the domain")
+                      .path("/mnt/HD/HD_b2/work/projects")
+                      .oplocks("yes")
+                      .map_archive("yes")
+                      .read("#alice#")
+                      .write("#@Domain Users#,#john doe#")
+                      .deny("#carol#,#dave#")
+                      .recycle(1));
+  Insert_Smb_Node(
+      Share{"Former"}.path("/mnt/HD/HD_a2/former").oplocks("no").map_archive("no").read("#dave#"));
+  EXPECT_EQ(generated(), golden("domain-mode.conf"));
+}
+
+// ---- The file
+
+TEST(SmbConf, IsRewrittenWholeAndInPlace) {
+  Appliance{}.file(smb_conf, std::string(100000, '#'));
+  outside_a_domain();
+  const ino_t before = inode();
+  EXPECT_EQ(generated(), golden("user-mode-empty.conf"));
+  EXPECT_EQ(inode(), before);
+  EXPECT_EQ(names_in("/etc/samba"), std::vector<std::string>{"smb.conf"});
+}
+
+TEST(SmbConf, IsTheSameTheSecondTime) {
+  outside_a_domain();
+  EXPECT_EQ(generated(), golden("user-mode-empty.conf"));
+  EXPECT_EQ(generated(), golden("user-mode-empty.conf"));
+}
+
+TEST(SmbConf, ThatCannotBeOpenedAnswersZeroAndNothingElseHappens) {
+  Appliance{}.remove("/etc/samba").folder("/mnt/HD/HD_a2").folder("/mnt/USB/x", 0700);
+  outside_a_domain();
+  volumes_present(1, 1);
+  Insert_Smb_Node(Share{"Music"}.path("/mnt/HD/HD_a2/music/").read("#alice#").recycle(1));
+  Insert_Smb_Node(Share{"Usb"}.path("/mnt/USB/x").everyone());
+  EXPECT_EQ(create_smb_conf(), 0);
+  EXPECT_FALSE(exists("/etc/samba"));
+  EXPECT_STREQ(pss->head->read_list, "#alice#");
+  EXPECT_STREQ(pss->head->path, "/mnt/HD/HD_a2/music/");
+  EXPECT_EQ(pss->vol_recycle[0], 0);
+  EXPECT_FALSE(exists("/mnt/HD/HD_a2/recycle"));
+}
+
+TEST(SmbConf, ThatCannotBeWrittenIsReported) {
+  ASSERT_EQ(mount("small", "/etc/samba", "tmpfs", 0, "size=4096"), 0);
+  Insert_Smb_Node(Share{"Music"}.path("/mnt/HD/HD_a2/music").read(std::string(12287, 'x')));
+  EXPECT_NE(create_smb_conf(), 0);
+}
+
+TEST(SmbConf, FileServicesArePrintedWhenTheDebugFlagIsOne) {
+  const struct {
+    const char *afp, *nfs, *printed;
+  } rows[] = {
+      {"0", "0", "afp nfs state is [0][0]\n"},  {"1", "0", "afp nfs state is [1][0]\n"},
+      {"0", "1", "afp nfs state is [0][1]\n"},  {"1", "1", "afp nfs state is [1][1]\n"},
+      {"2", "-1", "afp nfs state is [0][0]\n"},
+  };
+  for (const auto &row : rows) {
+    Appliance{}.config("/system_mgr/afp/enable", row.afp).config("/system_mgr/nfs/enable", row.nfs);
+    for (int flag : {0, 1, 2}) {
+      SCOPED_TRACE(std::string(row.printed) + std::to_string(flag));
+      smb_dbg_flag = flag;
+      EXPECT_EQ(output_of([] { create_smb_conf(); }), flag == 1 ? row.printed : "");
+    }
+  }
+}
+
+TEST(SmbConf, FileServicesArePrintedThoughTheFileCannotBeOpened) {
+  Appliance{}.remove("/etc/samba");
+  smb_dbg_flag = 1;
+  EXPECT_EQ(output_of([] { create_smb_conf(); }), "afp nfs state is [0][0]\n");
+}
+
+TEST(SmbConf, LeavesTheCatalogueLoaded) {
+  Insert_Smb_Node(Share{"Music"}.path("/mnt/HD/HD_a2/music").everyone());
+  EXPECT_EQ(create_smb_conf(), 0);
+  EXPECT_EQ(pss->count, 1);
+  EXPECT_STREQ(pss->head->name, "Music");
+}
+
+// ---- The global section
+
+TEST(GlobalSection, EmptySettingsLeaveTheirLinesEmpty) {
+  EXPECT_EQ(generated().substr(0, 45), "[ global ]\nnetbios name = \nserver string = \nv");
+  EXPECT_EQ(line("workgroup = "), "workgroup = ");
+}
+
+TEST(GlobalSection, SettingsAreWrittenAsTheyAre) {
+  const std::string name = "%s%n\"\\" + std::string(505, 'n');
+  ASSERT_EQ(name.size(), 511U);
+  put(pss->netbios_name, name);
+  put(pss->server_string, name);
+  put(pss->workgroup, name);
+  EXPECT_EQ(line("netbios name"), "netbios name = " + name);
+  EXPECT_EQ(line("server string"), "server string = " + name);
+  EXPECT_EQ(line("workgroup"), "workgroup = " + name);
+}
+
+TEST(GlobalSection, DomainSettingsAreWrittenAsTheyAre) {
+  in_a_domain();
+  const std::string value(511, 'd');
+  put(pss->ads_workgroup, value);
+  put(pss->ads_realm, value);
+  put(pss->ads_pwd_server, value);
+  EXPECT_EQ(line("workgroup"), "workgroup = " + value);
+  EXPECT_EQ(line("realm"), "realm = " + value);
+  EXPECT_EQ(line("password server"), "password server = " + value);
+}
+
+TEST(GlobalSection, EveryModeButOneIsOutsideADomain) {
+  in_a_domain();
+  pss->ads_enable = 2;
+  EXPECT_EQ(line("workgroup"), "workgroup = unused");
+  EXPECT_EQ(line("security"), "security = user");
+  EXPECT_EQ(line("winbind"), "no such line");
+}
+
+TEST(GlobalSection, NamesTheDfsRootOnlyWhenItIsOn) {
+  outside_a_domain();
+  for (int enable : {0, 1, 2}) {
+    SCOPED_TRACE(enable);
+    pss->dfs_enable = enable;
+    EXPECT_EQ(line("host msdfs"), enable == 1 ? "host msdfs = yes" : "no such line");
+  }
+}
+
+TEST(GlobalSection, NeverHoldsTheDomainsPassword) {
+  in_a_domain();
+  const std::string text = generated();
+  EXPECT_EQ(text.find("top secret"), std::string::npos);
+  EXPECT_EQ(text.find("administrator"), std::string::npos);
+}
