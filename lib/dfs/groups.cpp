@@ -1,0 +1,95 @@
+#include "dfs/dfs_xml.h"
+#include "nasshare/acl.h"
+#include "nasshare/dfs.h"
+#include "support/debug.h"
+#include "support/linked_list.h"
+#include "support/text.h"
+
+#include <unistd.h>
+
+using namespace nasshare;
+
+namespace {
+
+constexpr const char *group_file = "/etc/NAS_CFG/smbdfs_group.xml";
+
+void read_group(xmlNode *item) {
+  char name[name_width] = "";
+  read_child(item, "group", name);
+  Insert_Name_Node(name);
+}
+
+bool store_groups(Form form) {
+  return store_dfs_items(group_file, each(*pnl), [form](xmlNode *item, const smb_name_node &group) {
+    return add_value(item, "group", view(group.name), form);
+  });
+}
+
+smb_name_node *load_and_find(const char *group) {
+  get_dfs_group_info();
+  return Check_Name_Node(group);
+}
+
+bool finish(bool done) {
+  Free_Name_List();
+  return done;
+}
+
+} // namespace
+
+void read_DFS_group_xml(void) {
+  if (access(group_file, F_OK) == 0) {
+    Free_Name_List();
+    each_dfs_item(group_file, read_group);
+  }
+}
+
+void write_DFS_group_xml(void) {
+  store_groups(Form::markup);
+}
+
+void get_dfs_group_info(void) {
+  Free_Name_List();
+  read_DFS_group_xml();
+}
+
+uint32_t add_dfs_group_node(const char *group) {
+  if (!given(group)) {
+    return 0;
+  }
+  bool added = load_and_find(group) == nullptr && is_storable(group) && Insert_Name_Node(group) != nullptr &&
+               store_groups(Form::text);
+  return finish(added) ? 1 : 0;
+}
+
+uint32_t chk_dfs_group_exist(const char *group) {
+  return given(group) && finish(load_and_find(group) != nullptr) ? 1 : 0;
+}
+
+// The group file comes first, then the link file: links of a group that is gone are still published.
+uint32_t mod_dfs_group_node(const char *old_group, const char *new_group) {
+  if (!given(old_group) || !given(new_group)) {
+    return 0;
+  }
+  trace_debug("--- [%s][%s]\n", old_group, new_group);
+  auto *entry = load_and_find(old_group);
+  bool renamed = entry != nullptr && is_storable(new_group);
+  if (renamed) {
+    assign(entry->name, new_group);
+    renamed = store_groups(Form::text);
+  }
+  return finish(renamed) ? mod_dfs_node_by_group(old_group, new_group) : 0;
+}
+
+uint32_t del_dfs_group_node(const char *group) {
+  if (!given(group)) {
+    return 0;
+  }
+  auto *entry = load_and_find(group);
+  bool deleted = entry != nullptr;
+  if (deleted) {
+    Delete_Name_Node(entry);
+    deleted = store_groups(Form::text);
+  }
+  return finish(deleted) ? del_dfs_node_by_group(group) : 0;
+}

@@ -1,0 +1,232 @@
+// The link file: how it is read and how the list replaces it.
+#include "appliance.h"
+#include "dfs_files.h"
+#include "output.h"
+
+#include "nasshare/support.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using Links = std::vector<Link>;
+
+const Link tunes{"srv1", "music", "tunes", "media"};
+const Link papers{"srv3", "docs", "papers", "office"};
+
+/* The list that comes of a file with this text, in place of one that held a link. */
+Links read_from(const std::string &text) {
+  Appliance{}.file(link_path, text);
+  dfs_remove_all();
+  list_link(papers);
+  read_DFS_xml();
+  return listed_links();
+}
+
+} // namespace
+
+TEST(LinkStore, TheListIsWrittenAsItems) {
+  list_link(tunes);
+  list_link(papers);
+  write_DFS_xml();
+  EXPECT_EQ(read_file(link_path), "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+                                  "<config>\n"
+                                  "  <dfs>\n"
+                                  "    <item>\n"
+                                  "      <host>srv1</host>\n"
+                                  "      <share>music</share>\n"
+                                  "      <local>tunes</local>\n"
+                                  "      <group>media</group>\n"
+                                  "    </item>\n"
+                                  "    <item>\n"
+                                  "      <host>srv3</host>\n"
+                                  "      <share>docs</share>\n"
+                                  "      <local>papers</local>\n"
+                                  "      <group>office</group>\n"
+                                  "    </item>\n"
+                                  "  </dfs>\n"
+                                  "</config>\n");
+  EXPECT_EQ(listed_links(), (Links{tunes, papers}));
+}
+
+TEST(LinkStore, AnEmptyListIsAnEmptyElement) {
+  Appliance{}.file(link_path, link_file({tunes}));
+  write_DFS_xml();
+  EXPECT_EQ(read_file(link_path), "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+                                  "<config>\n"
+                                  "  <dfs/>\n"
+                                  "</config>\n");
+}
+
+TEST(LinkStore, EmptyFieldsAreWrittenToo) {
+  list_link({"", "", "", ""});
+  write_DFS_xml();
+  EXPECT_EQ(read_file(link_path), "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+                                  "<config>\n"
+                                  "  <dfs>\n"
+                                  "    <item>\n"
+                                  "      <host/>\n"
+                                  "      <share/>\n"
+                                  "      <local/>\n"
+                                  "      <group/>\n"
+                                  "    </item>\n"
+                                  "  </dfs>\n"
+                                  "</config>\n");
+}
+
+TEST(LinkStore, WritingReplacesTheFileAndNotWhatItLinksTo) {
+  Appliance{}.file("/etc/elsewhere.xml", "old").link("/etc/elsewhere.xml", link_path);
+  list_link(tunes);
+  write_DFS_xml();
+  EXPECT_EQ(read_file("/etc/elsewhere.xml"), "old");
+  EXPECT_EQ(read_file(link_path), link_file({tunes}));
+  EXPECT_EQ(names_in("/etc/NAS_CFG"), std::vector<std::string>{"smbdfs.xml"});
+}
+
+TEST(LinkStore, AListedFieldIsWrittenAsMarkup) {
+  struct Row {
+    std::string field;
+    std::string written;
+  };
+  const std::vector<Row> rows{
+      {"R&amp;B", "R&amp;B"},     {"R&B", "R&amp;B"},
+      {"&#38;", "&amp;"},         {"&#x26;", "&amp;"},
+      {"&amp;amp;", "&amp;amp;"}, {"&lt;b&gt;", "&lt;b&gt;"},
+      {"a<b>c", "a&lt;b&gt;c"},   {"&quot;&apos;", "\"'"},
+      {"&#228;", "\u00e4"},       {"&nonesuch;", "&amp;nonesuch;"},
+      {"&#0;&", "&amp;#0;&amp;"}, {"\x01", "\uFFFD"},
+      {"\xff", "\uFFFD"},
+  };
+  for (const auto &[field, written] : rows) {
+    SCOPED_TRACE(field);
+    dfs_remove_all();
+    list_link({field, field, field, field});
+    write_DFS_xml();
+    EXPECT_EQ(read_file(link_path), link_file({{written, written, written, written}}));
+  }
+}
+
+TEST(LinkStore, ReadingReplacesTheList) {
+  EXPECT_EQ(read_from(link_file({tunes, {"srv2", "movies", "films", "media"}})),
+            (Links{tunes, {"srv2", "movies", "films", "media"}}));
+  EXPECT_EQ(pdfs->count, 2U);
+}
+
+TEST(LinkStore, WithoutAFileTheListStays) {
+  list_link(papers);
+  read_DFS_xml();
+  EXPECT_EQ(listed_links(), Links{papers});
+}
+
+TEST(LinkStore, ReadValuesAreDecoded) {
+  EXPECT_EQ(read_from(link_file({{"a&amp;b", "&lt;x&gt;", "&#228;&quot;", "&amp;amp;<![CDATA[&]]>"}})),
+            (Links{{"a&b", "<x>", "\u00e4\"", "&amp;&"}}));
+}
+
+TEST(LinkStore, AFileThatIsNoXmlEmptiesTheList) {
+  for (const char *text : {"", "text", "<config>", "<config><dfs><item></dfs></config>",
+                           "<config><dfs><item><host>a&b</host></item></dfs></config>"}) {
+    SCOPED_TRACE(text);
+    Captured captured;
+    EXPECT_EQ(read_from(text), Links{});
+    EXPECT_EQ(captured.out(), "");
+    EXPECT_EQ(captured.err(), "");
+  }
+}
+
+TEST(LinkStore, AFolderOfThatNameEmptiesTheList) {
+  Appliance{}.folder(link_path);
+  list_link(papers);
+  read_DFS_xml();
+  EXPECT_EQ(listed_links(), Links{});
+}
+
+TEST(LinkStore, TheNameOfTheRootDoesNotMatter) {
+  EXPECT_EQ(read_from("<other><dfs><item><host>srv1</host><share>music</share><local>tunes</local>"
+                      "<group>media</group></item></dfs></other>"),
+            Links{tunes});
+}
+
+TEST(LinkStore, WithoutDfsOrItemThereAreNoLinks) {
+  for (const char *text :
+       {"<config/>", "<dfs><item><host>srv1</host></item></dfs>", "<config><dfs/></config>",
+        "<config><links><item/></links></config>", "<config><dfs>text</dfs></config>",
+        "<config><dfs><link><host>srv1</host></link></dfs></config>"}) {
+    SCOPED_TRACE(text);
+    EXPECT_EQ(read_from(text), Links{});
+  }
+}
+
+TEST(LinkStore, TheFirstDfsElementCounts) {
+  EXPECT_EQ(read_from("<config><samba><item/></samba><dfs><item><host>one</host></item></dfs>"
+                      "<dfs><item><host>two</host></item></dfs></config>"),
+            (Links{{"one", "", "", ""}}));
+}
+
+TEST(LinkStore, FromTheFirstItemOnEveryElementIsALink) {
+  EXPECT_EQ(read_from("<config><dfs><before><host>one</host></before><item><host>two</host></item>"
+                      "<entry><host>three</host></entry><!-- four --><item><host>five</host></item>"
+                      "</dfs></config>"),
+            (Links{{"two", "", "", ""}, {"three", "", "", ""}, {"five", "", "", ""}}));
+}
+
+TEST(LinkStore, AMissingChildIsAnEmptyField) {
+  EXPECT_EQ(read_from("<config><dfs><item/><item><group>media</group></item>"
+                      "<item><local>tunes</local><host>srv1</host></item></dfs></config>"),
+            (Links{{"", "", "", ""}, {"", "", "", "media"}, {"srv1", "", "tunes", ""}}));
+}
+
+TEST(LinkStore, TheFirstChildOfANameCounts) {
+  EXPECT_EQ(read_from("<config><dfs><item><host>one</host><host>two</host><other/><share>music</share>"
+                      "</item></dfs></config>"),
+            (Links{{"one", "music", "", ""}}));
+}
+
+TEST(LinkStore, LongerValuesAreCutAndTheirNeighboursKept) {
+  const std::string field(511, 'x');
+  const std::string longer(5000, 'x');
+  EXPECT_EQ(read_from(link_file({{longer, "s", longer, "g"}, {"h", longer, "l", longer}})),
+            (Links{{field, "s", field, "g"}, {"h", field, "l", field}}));
+}
+
+TEST(LinkStore, AValueIsCutOnAWholeCharacter) {
+  const std::string before(510, 'x');
+  EXPECT_EQ(read_from(link_file({{before + "\u00e9", "s", "l", "g"}})), (Links{{before, "s", "l", "g"}}));
+}
+
+TEST(LinkStore, ThousandsOfLinksKeepTheirOrder) {
+  Links links;
+  for (int i = 0; i < 3000; ++i)
+    links.push_back({"srv", "music", "link" + std::to_string(i), "media"});
+  EXPECT_EQ(read_from(link_file(links)), links);
+  write_DFS_xml();
+  EXPECT_EQ(read_file(link_path), link_file(links));
+}
+
+TEST(LinkStore, LoadingEmptiesTheListFirst) {
+  list_link(papers);
+  get_dfs_info();
+  EXPECT_EQ(listed_links(), Links{});
+  Appliance{}.file(link_path, link_file({tunes}));
+  list_link(papers);
+  get_dfs_info();
+  EXPECT_EQ(listed_links(), Links{tunes});
+}
+
+TEST(LinkStore, LoadingPrintsWhatItLoadedForAnyDebugFlagButZero) {
+  Appliance{}.file(link_path, link_file({tunes}));
+  for (int flag : {0, 1, 2}) {
+    SCOPED_TRACE(flag);
+    smb_dbg_flag = flag;
+    EXPECT_EQ(output_of(get_dfs_info),
+              flag == 0 ? "" : "DFS list :\nName = srv1\nshare = music\nlocal = tunes\ngroup = media\n\n");
+  }
+}
+
+TEST(LinkStore, LoadingPrintsHeadAndEndWithoutLinks) {
+  for (int flag : {0, 1, 2}) {
+    SCOPED_TRACE(flag);
+    smb_dbg_flag = flag;
+    EXPECT_EQ(output_of(get_dfs_info), flag == 0 ? "" : "DFS list :\n\n");
+  }
+}
