@@ -1,0 +1,74 @@
+#include "nasshare/acl.h"
+#include "nasshare/special.h"
+#include "support/debug.h"
+#include "support/lines.h"
+#include "support/owners.h"
+#include "support/text.h"
+
+#include <unistd.h>
+
+using namespace nasshare;
+
+namespace {
+
+constexpr const char *smbclient = "/usr/bin/smbclient";
+constexpr std::string_view disk_mark = "Disk|";
+
+// A refused session is no failed connection: the listing goes on.
+bool is_connection_failure(std::string_view line) {
+  return contains(line, "fail") && !contains(line, "session");
+}
+
+// The share name of a line "Disk|name|comment"; what follows it remains.
+std::string_view take_share_name(std::string_view &line) {
+  line.remove_prefix(disk_mark.size());
+  auto name = line.substr(0, line.find('|'));
+  line.remove_prefix(std::min(name.size() + 1, line.size()));
+  return name;
+}
+
+void read_listing_line(std::string_view line) {
+  if (!contains(line, disk_mark) || contains(line, "web_page")) {
+    return;
+  }
+  auto name = take_share_name(line);
+  // Behind a hidden share's name the same line may list another share.
+  if (contains(name, "$") && contains(line, disk_mark)) {
+    name = take_share_name(line);
+  }
+  if (!contains(name, "$") && !contains(name, "print")) {
+    Insert_Name_Node(Text<name_width>{name}.c_str());
+  }
+}
+
+} // namespace
+
+int get_host_share_name(const char *host) {
+  if (access(smbclient, F_OK) != 0 || !given(host)) {
+    trace_debug("/usr/bin/smbclient not exist!\n");
+    return 0;
+  }
+  Free_Name_List();
+  Text<2 * path_width> command{smbclient, " -gNL \"", host, "\" 2>&1"};
+  trace_debug("cmd = [%s]\n", command.c_str());
+  if (!command.whole()) {
+    return 0; // no host's name is that long
+  }
+  Pipe listing(popen(command.c_str(), "re"));
+  if (!listing) {
+    return 0;
+  }
+  for (CommandLines lines(listing.get()); lines.next();) {
+    trace_debug("\t[%s]\n", Text<name_width>{lines.line()}.c_str());
+    if (is_connection_failure(lines.line())) {
+      trace_debug("connect %s fail!\n", host);
+      listing.close();
+      Free_Name_List();
+      return 0;
+    }
+    read_listing_line(lines.line());
+  }
+  listing.close();
+  Print_Name_List();
+  return 1;
+}
