@@ -1,0 +1,40 @@
+/* The shares that a real smbd lists to get_host_share_name. */
+#include "samba_machine.h"
+
+#include "nasshare/acl.h"
+#include "nasshare/special.h"
+
+#include <algorithm>
+
+namespace {
+
+class RemoteBrowse : public SambaMachine {};
+
+std::vector<std::string> sorted_names() {
+  std::vector<std::string> names;
+  const smb_name_node *node = pnl->count == 0 ? nullptr : pnl->head;
+  for (; node != nullptr; node = node->next)
+    names.emplace_back(node->name);
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+TEST_F(RemoteBrowse, ListsTheDiskSharesOfAHostUntilItStops) {
+  for (const char *name : {"Music", "R&B", "My Docs", "M\xC3\xBCsik", "print room", "Hidden$"})
+    add(Share{name}.path(std::string("/mnt/HD/HD_a2/") + name).everyone());
+  start();
+  EXPECT_EQ(get_host_share_name("127.0.0.1"), 1);
+  EXPECT_EQ(sorted_names(), (std::vector<std::string>{"Music", "My Docs", "M\xC3\xBCsik", "R&B"}));
+
+  ASSERT_EQ(shell("smb stop").status, 0);
+  EXPECT_EQ(get_host_share_name("127.0.0.1"), 0);
+  EXPECT_EQ(sorted_names(), std::vector<std::string>{});
+}
+
+TEST_F(RemoteBrowse, AHostThatDoesNotExistHasNoListing) {
+  Insert_Name_Node("before");
+  EXPECT_EQ(get_host_share_name("nosuch.invalid"), 0);
+  EXPECT_EQ(sorted_names(), std::vector<std::string>{});
+}
+
+} // namespace
