@@ -1,0 +1,18 @@
+# Installation, CMake package and pkg-config module "nasshare".
+include(CMakePackageConfigHelpers)
+
+install(TARGETS nasshare EXPORT nasshare LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
+install(TARGETS nasplatform EXPORT nasshare LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
+install(DIRECTORY include/nasshare DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+
+install(EXPORT nasshare NAMESPACE nasshare:: FILE nasshare-targets.cmake
+        DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/nasshare)
+configure_package_config_file(cmake/nasshare-config.cmake.in nasshare-config.cmake
+                              INSTALL_DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/nasshare)
+write_basic_package_version_file(nasshare-config-version.cmake COMPATIBILITY SameMajorVersion)
+install(FILES ${CMAKE_CURRENT_BINARY_DIR}/nasshare-config.cmake
+              ${CMAKE_CURRENT_BINARY_DIR}/nasshare-config-version.cmake
+        DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/nasshare)
+
+configure_file(cmake/nasshare.pc.in nasshare.pc @ONLY)
+install(FILES ${CMAKE_CURRENT_BINARY_DIR}/nasshare.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
