@@ -40,9 +40,11 @@ void check_hd(void) {
 
 namespace {
 
+// The name may lie in the very list that the load empties.
 smb_share *load_and_find(const char *name) {
+  const Text<2 * name_width> wanted{name == nullptr ? "" : name};
   get_samba_info();
-  return check_smb_share_name(name);
+  return check_smb_share_name(wanted.c_str());
 }
 
 } // namespace
@@ -55,10 +57,11 @@ int chk_share(const char *name) {
 }
 
 int chk_name_path(const char *name, const char *path) {
+  const Text<2 * path_width> wanted{path == nullptr ? "" : path};
   const auto *share = load_and_find(name);
   int result = 1;
   if (share != nullptr) {
-    result = path != nullptr && view(share->path) == path ? 2 : 0;
+    result = view(share->path) == wanted.view() ? 2 : 0;
   }
   Free_All_List();
   return result;

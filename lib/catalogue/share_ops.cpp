@@ -1,3 +1,4 @@
+#include "acl/list_text.h"
 #include "catalogue/share_xml.h"
 #include "catalogue/store_catalogue.h"
 #include "nasshare/acl.h"
@@ -5,29 +6,57 @@
 #include "nasshare/platform.h"
 #include "nasshare/support.h"
 #include "support/debug.h"
+#include "support/linked_list.h"
 #include "support/text.h"
 
+#include <cstdlib>
+#include <span>
 #include <unistd.h>
 
 using namespace nasshare;
 
 namespace {
 
-bool xml_can_hold_all(const smb_share &share) {
-  return xml_can_hold(view(share.hd_serial)) && xml_can_hold(view(share.name)) &&
-         xml_can_hold(view(share.comment)) && xml_can_hold(view(share.path)) &&
-         xml_can_hold(view(share.oplocks)) && xml_can_hold(view(share.map_archive)) &&
-         xml_can_hold(view(share.read_list)) && xml_can_hold(view(share.write_list)) &&
-         xml_can_hold(view(share.invalid_users));
+// A text that XML cannot hold would come back as another one; a line end would begin a line of its own in
+// smb.conf; a field without a terminator has no end.
+bool is_storable(std::span<const char> field) {
+  auto text = view(field);
+  return text.size() < field.size() && text.find_first_of("\r\n") == std::string_view::npos &&
+         xml_can_hold(text);
+}
+
+// The guest is put in front of those who are denied: nobody may drop out at the end for it.
+bool leaves_room_for_guest(const smb_share &share) {
+  auto denied = view(share.invalid_users);
+  return contains(denied, "nobody") || denied.size() + guest_entry.size() + 1 < sizeof share.invalid_users;
 }
 
 bool is_valid(const smb_share *record) {
-  if (record == nullptr || view(record->name).empty() || view(record->path).empty()) {
-    return false;
-  }
-  Text<path_width> path{view(record->path)};
-  return access(path.c_str(), F_OK) == 0 && xml_can_hold_all(*record);
+  return record != nullptr && record->name[0] != '\0' && record->path[0] != '\0' &&
+         is_storable(record->path) && access(record->path, F_OK) == 0 && is_storable(record->hd_serial) &&
+         is_storable(record->name) && is_storable(record->comment) && is_storable(record->oplocks) &&
+         is_storable(record->map_archive) && is_storable(record->read_list) &&
+         is_storable(record->write_list) && is_storable(record->invalid_users) &&
+         leaves_room_for_guest(*record);
 }
+
+// The record that a change works on. One of the loaded list is taken out of it, since the load frees that
+// list.
+class Argument {
+public:
+  explicit Argument(smb_share *record) : record_(record), listed_(unlink_node(*pss, record)) {}
+  Argument(const Argument &) = delete;
+  Argument &operator=(const Argument &) = delete;
+  ~Argument() {
+    if (listed_) {
+      std::free(record_);
+    }
+  }
+
+private:
+  smb_share *record_;
+  bool listed_;
+};
 
 // In domain mode the lists are kept as they are: they name domain accounts.
 void normalise_lists(smb_share &record) {
@@ -38,7 +67,8 @@ void normalise_lists(smb_share &record) {
   }
 }
 
-// Tags the record with the volume that holds its path; on neither volume it keeps the caller's tags.
+// Tags the record with the volume that holds its path; on neither volume it keeps the caller's tags. False
+// then.
 bool place(smb_share &record) {
   for (int volume = 0; volume < 2; ++volume) {
     if (view(record.path).starts_with(SMB_VOL_NAME[volume])) {
@@ -62,6 +92,7 @@ int add_share(smb_share *record) {
     list_debug("input data error! [%s]\n", record == nullptr ? "" : record->path);
     return 0;
   }
+  const Argument argument(record);
   normalise_lists(*record);
   list_debug("read_list       : [%s]\n", record->read_list);
   list_debug("write_list      : [%s]\n", record->write_list);
@@ -74,7 +105,8 @@ int add_share(smb_share *record) {
   if (place(*record)) {
     list_debug("####p->hd_serial [%s]\n", record->hd_serial);
   }
-  if (Insert_Smb_Node(record) == nullptr) {
+  // A drive may report a serial number that no file gives back.
+  if (!xml_can_hold(record->hd_serial) || Insert_Smb_Node(record) == nullptr) {
     return refuse();
   }
   return store_catalogue(Print::list);
@@ -85,6 +117,7 @@ int mod_share(smb_share *record) {
     list_debug("input data error!\n");
     return 0;
   }
+  const Argument argument(record);
   normalise_lists(*record);
 
   get_samba_info();
@@ -92,6 +125,9 @@ int mod_share(smb_share *record) {
     return refuse();
   }
   place(*record);
+  if (!xml_can_hold(record->hd_serial)) {
+    return refuse();
+  }
   Modify_Smb_Node(record);
   return store_catalogue(Print::nothing);
 }
@@ -100,12 +136,13 @@ int del_share(const char *name) {
   if (!given(name)) {
     return 0;
   }
+  const Text<2 * name_width> wanted{name}; // it may lie in the very list that the load empties
   get_samba_info();
-  if (check_smb_share_name(name) == nullptr) {
-    list_debug("not find %s\n", name);
+  if (check_smb_share_name(wanted.c_str()) == nullptr) {
+    list_debug("not find %s\n", wanted.c_str());
     return refuse();
   }
-  Remove_Smb_Node_By_Name(name);
+  Remove_Smb_Node_By_Name(wanted.c_str());
   return store_catalogue(Print::nothing);
 }
 

@@ -25,9 +25,13 @@ bool store_groups(Form form) {
   });
 }
 
-smb_name_node *load_and_find(const char *group) {
+// An argument may lie in the very list that is about to be emptied. One that is longer than any name matches
+// nothing.
+using Name = Text<2 * name_width>;
+
+smb_name_node *load_and_find(const Name &group) {
   get_dfs_group_info();
-  return Check_Name_Node(group);
+  return Check_Name_Node(group.c_str());
 }
 
 bool finish(bool done) {
@@ -57,13 +61,14 @@ uint32_t add_dfs_group_node(const char *group) {
   if (!given(group)) {
     return 0;
   }
-  bool added = load_and_find(group) == nullptr && is_storable(group) && Insert_Name_Node(group) != nullptr &&
-               store_groups(Form::text);
+  const Name name{group};
+  bool added = load_and_find(name) == nullptr && is_storable(name.view()) &&
+               Insert_Name_Node(name.c_str()) != nullptr && store_groups(Form::text);
   return finish(added) ? 1 : 0;
 }
 
 uint32_t chk_dfs_group_exist(const char *group) {
-  return given(group) && finish(load_and_find(group) != nullptr) ? 1 : 0;
+  return given(group) && finish(load_and_find(Name{group}) != nullptr) ? 1 : 0;
 }
 
 // The group file comes first, then the link file: links of a group that is gone are still published.
@@ -72,24 +77,27 @@ uint32_t mod_dfs_group_node(const char *old_group, const char *new_group) {
     return 0;
   }
   trace_debug("--- [%s][%s]\n", old_group, new_group);
-  auto *entry = load_and_find(old_group);
-  bool renamed = entry != nullptr && is_storable(new_group);
+  const Name from{old_group};
+  const Name to{new_group};
+  auto *entry = load_and_find(from);
+  bool renamed = entry != nullptr && is_storable(to.view());
   if (renamed) {
-    assign(entry->name, new_group);
+    assign(entry->name, to.view());
     renamed = store_groups(Form::text);
   }
-  return finish(renamed) ? mod_dfs_node_by_group(old_group, new_group) : 0;
+  return finish(renamed) ? mod_dfs_node_by_group(from.c_str(), to.c_str()) : 0;
 }
 
 uint32_t del_dfs_group_node(const char *group) {
   if (!given(group)) {
     return 0;
   }
-  auto *entry = load_and_find(group);
+  const Name name{group};
+  auto *entry = load_and_find(name);
   bool deleted = entry != nullptr;
   if (deleted) {
     Delete_Name_Node(entry);
     deleted = store_groups(Form::text);
   }
-  return finish(deleted) ? del_dfs_node_by_group(group) : 0;
+  return finish(deleted) ? del_dfs_node_by_group(name.c_str()) : 0;
 }

@@ -10,8 +10,11 @@ struct smb_dfs_list *pdfs = &dfslist;
 
 namespace {
 
+// The group's name may lie in a link that is about to change.
 auto in_group(const char *group) {
-  return [group = std::string_view(group)](const smb_dfs_node &link) { return view(link.group) == group; };
+  return [name = Text<2 * name_width>{group}](const smb_dfs_node &link) {
+    return view(link.group) == name.view();
+  };
 }
 
 } // namespace
@@ -60,9 +63,11 @@ void dfs_modify_node_by_group(const char *old_group, const char *new_group) {
   if (old_group == nullptr || new_group == nullptr) {
     return;
   }
+  const auto matches = in_group(old_group);
+  const Text<name_width> name{new_group};
   for (auto &link : each(*pdfs)) {
-    if (in_group(old_group)(link)) {
-      assign(link.group, new_group);
+    if (matches(link)) {
+      assign(link.group, name.view());
     }
   }
 }

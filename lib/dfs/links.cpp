@@ -29,13 +29,18 @@ std::optional<smb_dfs_node> make_link(const char *host, const char *share, const
   return link;
 }
 
-// The loaded link of that identity; null also when no link can have it.
+// A key may lie in the very list that is about to be emptied. One that is longer than any field matches
+// nothing.
+using Key = Text<2 * name_width>;
+
+// The loaded link of that identity, or null.
 smb_dfs_node *load_and_find(const char *group, const char *local) {
+  const Key wanted_group{group};
+  const Key wanted_local{local};
   get_dfs_info();
-  auto has_identity = [group, local](const smb_dfs_node &link) {
-    return view(link.group) == group && view(link.local) == local;
-  };
-  return find(*pdfs, has_identity);
+  return find(*pdfs, [&](const smb_dfs_node &link) {
+    return view(link.group) == wanted_group.view() && view(link.local) == wanted_local.view();
+  });
 }
 
 std::uint32_t finish(bool done) {
@@ -92,8 +97,10 @@ uint32_t mod_dfs_node_by_group(const char *old_group, const char *new_group) {
   if (!all_given({old_group, new_group}) || !is_storable(new_group)) {
     return 0;
   }
+  const Key from{old_group};
+  const Key to{new_group};
   get_dfs_info();
-  dfs_modify_node_by_group(old_group, new_group);
+  dfs_modify_node_by_group(from.c_str(), to.c_str());
   return finish(store_links(Form::text));
 }
 
@@ -101,7 +108,8 @@ uint32_t del_dfs_node_by_group(const char *group) {
   if (!given(group)) {
     return 0;
   }
+  const Key wanted{group};
   get_dfs_info();
-  dfs_delete_node_by_group(group);
+  dfs_delete_node_by_group(wanted.c_str());
   return finish(store_links(Form::text));
 }

@@ -22,7 +22,7 @@ public:
     node_ = node_->next;
     return *this;
   }
-  bool operator!=(const NodeIterator &other) const { return node_ != other.node_; }
+  bool operator==(std::default_sentinel_t /*end*/) const { return node_ == nullptr; }
 
 private:
   Node *node_;
@@ -32,7 +32,7 @@ template <class List> class NodeRange {
 public:
   explicit NodeRange(const List &list) : first_(list.count == 0 ? nullptr : list.head) {}
   [[nodiscard]] auto begin() const { return NodeIterator(first_); }
-  [[nodiscard]] auto end() const { return NodeIterator<NodeOf<List>>(nullptr); }
+  [[nodiscard]] static auto end() { return std::default_sentinel; }
 
 private:
   NodeOf<List> *first_;
@@ -53,10 +53,10 @@ template <class List> void append(List &list, NodeOf<List> *node) {
   ++list.count;
 }
 
-// Unlinks and frees the very node; nothing when it is not in the list.
-template <class List> void remove(List &list, NodeOf<List> *node) {
+// Takes the very node out of the list; false when it is not in it.
+template <class List> bool unlink_node(List &list, NodeOf<List> *node) {
   if (list.count == 0 || node == nullptr) {
-    return;
+    return false;
   }
   if (node == list.head) {
     list.head = node->next;
@@ -66,7 +66,7 @@ template <class List> void remove(List &list, NodeOf<List> *node) {
       before = before->next;
     }
     if (before == nullptr) {
-      return;
+      return false;
     }
     before->next = node->next;
     if (node == list.tail) {
@@ -74,7 +74,14 @@ template <class List> void remove(List &list, NodeOf<List> *node) {
     }
   }
   --list.count;
-  std::free(node);
+  return true;
+}
+
+// Unlinks and frees the very node; nothing when it is not in the list.
+template <class List> void remove(List &list, NodeOf<List> *node) {
+  if (unlink_node(list, node)) {
+    std::free(node);
+  }
 }
 
 template <class List> void clear(List &list) {

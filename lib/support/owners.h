@@ -33,6 +33,7 @@ using Pipe = Stream<pclose>;
 class Descriptor {
 public:
   explicit Descriptor(int fd) : fd_(fd) {}
+  Descriptor(Descriptor &&other) noexcept : fd_(other.release()) {}
   Descriptor(const Descriptor &) = delete;
   Descriptor &operator=(const Descriptor &) = delete;
   ~Descriptor() { close(); }

@@ -25,6 +25,22 @@ const xmlChar *xml(const char *text) {
 constexpr int parse_options =
     XML_PARSE_NOBLANKS | XML_PARSE_NODICT | XML_PARSE_NOERROR | XML_PARSE_NOWARNING | XML_PARSE_NONET;
 
+void say_nothing(void * /*context*/, xmlErrorPtr /*error*/) {}
+
+// Errors of character conversion come without a context, past the options: while the parser runs the
+// program's handler is put aside.
+class QuietParser {
+public:
+  QuietParser() { xmlSetStructuredErrorFunc(nullptr, say_nothing); }
+  QuietParser(const QuietParser &) = delete;
+  QuietParser &operator=(const QuietParser &) = delete;
+  ~QuietParser() { xmlSetStructuredErrorFunc(context_, handler_); }
+
+private:
+  void *context_ = xmlStructuredErrorContext;
+  xmlStructuredErrorFunc handler_ = xmlStructuredError;
+};
+
 bool is_regular(int fd) {
   struct stat status {};
   return fstat(fd, &status) == 0 && S_ISREG(status.st_mode);
@@ -45,6 +61,7 @@ XmlDocument load_xml(const char *path) {
   if (!file || !is_regular(file.get())) {
     return nullptr;
   }
+  const QuietParser quiet;
   return XmlDocument(xmlReadFd(file.get(), path, nullptr, parse_options));
 }
 

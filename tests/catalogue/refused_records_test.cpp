@@ -1,0 +1,83 @@
+// Records that would not come back as they are, or that would say more in smb.conf than they should.
+#include "appliance.h"
+#include "share.h"
+
+#include "nasshare/catalogue.h"
+
+#include <cstring>
+#include <gtest/gtest.h>
+
+namespace {
+
+constexpr const char *file = "/mnt/HD_a4/.systemfile/.smb.xml";
+
+Share films() {
+  return Share{"Films"}.path("/mnt/HD/HD_a2/Films").write("#alice#");
+}
+
+Appliance with_films_folder() {
+  return Appliance::single_disks().folder("/mnt/HD/HD_a2/Films").folder("/mnt/HD/HD_a2/Line\nEnd");
+}
+
+void expect_refused(smb_share *record) {
+  EXPECT_EQ(add_share(record), 0);
+  EXPECT_FALSE(exists(file));
+  EXPECT_EQ(transcript(), "");
+}
+
+TEST(RefusedRecords, LineEndsWouldBeginLinesOfTheirOwn) {
+  with_films_folder();
+  for (const std::string text : {"x\n[ evil ]\npath = /", "x\ry"}) {
+    SCOPED_TRACE(testing::PrintToString(text));
+    expect_refused(Share(films()).comment(text));
+    expect_refused(Share{text}.path("/mnt/HD/HD_a2/Films"));
+    expect_refused(films().oplocks("a\nb"));
+    expect_refused(films().map_archive("a\rb"));
+    expect_refused(films().read("#" + text + "#"));
+    expect_refused(films().deny("#" + text + "#"));
+  }
+  expect_refused(films().path("/mnt/HD/HD_a2/Line\nEnd"));
+}
+
+TEST(RefusedRecords, AlsoOnAChange) {
+  with_films_folder();
+  ASSERT_EQ(add_share(films()), 1);
+  const std::string before = read_file(file);
+  EXPECT_EQ(mod_share(films().comment("a\nb")), 0);
+  EXPECT_EQ(read_file(file), before);
+}
+
+TEST(RefusedRecords, AFieldWithoutATerminatorHasNoEnd) {
+  with_films_folder();
+  Share share = films();
+  std::memset(share.record().name, 'n', sizeof share.record().name);
+  expect_refused(share);
+}
+
+// Everyone may write but for those who are denied: none of them may drop out when the guest goes in front.
+TEST(RefusedRecords, ADenyListWithoutRoomForTheGuest) {
+  with_films_folder();
+  std::string denied = "#bob#";
+  while (denied.size() + std::strlen(",#carol#") <= 12287 - std::strlen("#nobody#,") + 1) {
+    denied += ",#carol#";
+  }
+  const std::string fits = denied.substr(0, denied.rfind(','));
+  ASSERT_LE(fits.size() + std::strlen("#nobody#,"), 12287U);
+  while (denied.size() + std::strlen("#nobody#,") <= 12287) {
+    denied += ",#carol#";
+  }
+  Share full = Share(films()).write("#nobody#,#@Domain Users#").deny(denied);
+  expect_refused(full);
+  Share room = Share(films()).write("#nobody#,#@Domain Users#").deny(fits);
+  EXPECT_EQ(add_share(room), 1);
+}
+
+// What the drive reports is no text: the record would belong to no volume on the next load.
+TEST(RefusedRecords, AVolumeWhoseSerialNoFileGivesBack) {
+  with_films_folder().disk("sda", "scsi0",
+                           "WD\x01"
+                           "0001");
+  expect_refused(films());
+}
+
+} // namespace
