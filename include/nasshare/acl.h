@@ -161,8 +161,9 @@ void remove_empty_share_node(void);
 /* ---- Account changes. ---- */
 
 /* Gives the account exactly the permissions of the account list on the shares named there, stores the
-   catalogue and empties the account list. 1 when the catalogue was stored; 0, and nothing done, for an empty
-   name or an empty list. */
+   catalogue and empties the account list. 1 when the catalogue was stored. 0, and nothing done, for an empty
+   name, an empty list, and a name that no list can hold: with '#' or ',', of 512 bytes or more, or no text
+   for XML. */
 int acnt_mod_share(const char *account);
 
 /* The same in the loaded share list only. Empties the name list when it opens up an everyone list. */

@@ -31,7 +31,8 @@ void isoMount_readXml(int volume);
 
 /* Lists the disk shares of a host, asked with "smbclient -gNL", into the name list (acl.h), without hidden
    shares and printers. 1 when the listing ran to its end; 0 when smbclient is missing, the host is null or
-   empty (the name list is then left alone), or the connection failed. */
+   empty or holds a character that ends a quoted word of the shell (the name list is then left alone), or the
+   connection failed. */
 int get_host_share_name(const char *host);
 
 #pragma GCC visibility pop

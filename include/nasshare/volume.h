@@ -28,7 +28,8 @@ int parse_raid_info(struct smb_catalogue *table, int volume, const char *md_name
 int parse_check_hidden(struct smb_catalogue *table, int disk);
 
 /* Copies the array's UUID as "mdadm -D" prints it into destination (64 bytes), which stays as it was when
-   none is printed. Returns pclose's result, -1 when the command could not be started. */
+   none is printed. Returns pclose's result, -1 when the command could not be started, or was not because the
+   device's name holds a character that no array's device has. */
 int get_raid_uuid(char *destination, const char *device);
 
 /* Fills the disk fields of the table from "sg_scan". Returns pclose's result, -1 when it could not be

@@ -4,6 +4,7 @@
 #include "nasshare/catalogue.h"
 #include "support/debug.h"
 #include "support/linked_list.h"
+#include "support/xml.h"
 
 using namespace nasshare;
 
@@ -46,7 +47,9 @@ void append_account(char *list, std::string_view account) {
 }
 
 void replace_list(char *list, std::string_view account) {
-  assign_list(list_field(list), Text<list_width>{"#", account, "#"}.view());
+  ListBuilder only;
+  only.add(account);
+  assign(list_field(list), only.view());
 }
 
 void change_explicit_lists(smb_share &share, const char *account, std::uint32_t permission) {
@@ -89,6 +92,12 @@ char *open_list_of(smb_share &share) {
   return nullptr;
 }
 
+// A name that the grammar of lists or XML cannot hold would come back as another one, or not at all.
+bool can_stand_in_list(std::string_view account) {
+  return account.size() < name_width && account.find_first_of(list_delimiters) == std::string_view::npos &&
+         xml_can_hold(account);
+}
+
 void change_share(smb_share &share, const char *account, std::uint32_t permission) {
   auto *open_list = open_list_of(share);
   if (open_list == nullptr) {
@@ -111,7 +120,7 @@ void change_share(smb_share &share, const char *account, std::uint32_t permissio
 } // namespace
 
 void modify_config_permision(const char *account) {
-  if (account == nullptr) {
+  if (account == nullptr || !can_stand_in_list(account)) {
     return;
   }
   smb_share *share = nullptr;
@@ -130,7 +139,7 @@ void modify_config_permision(const char *account) {
 }
 
 int acnt_mod_share(const char *account) {
-  if (!given(account) || is_acnt_empty() != 0) {
+  if (!given(account) || !can_stand_in_list(account) || is_acnt_empty() != 0) {
     return 0;
   }
   get_samba_info();

@@ -29,7 +29,10 @@ bool is_named(std::string_view list, const char *name) {
   return named;
 }
 
-bool is_local_entry(std::string_view list, const char *name) {
+// The name may lie in the name list, which is used as scratch.
+bool is_local_entry(std::string_view list, const char *listed_name) {
+  const Text<list_width> copy{listed_name};
+  const char *name = copy.c_str();
   if (list == everyone) {
     return true;
   }

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <array>
+#include <fcntl.h>
 #include <optional>
 #include <pwd.h>
 #include <sys/stat.h>
@@ -20,16 +21,20 @@ namespace {
 constexpr uid_t guest_id = 501; // the guest account's user and group id in domain mode
 constexpr std::int32_t first_domain_id = 10000;
 
-bool make_open(const char *path) {
+// What has just been made, by its descriptor: others may write into the folder above.
+Descriptor make_open(const char *path) {
   bool made = mkdir(path, 0777) == 0;
-  return made && chmod(path, 0777) == 0; // whatever the umask is
+  Descriptor folder(made ? open(path, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC) : -1);
+  static_cast<void>(fchmod(folder.get(), 0777)); // whatever the umask is
+  return folder;
 }
 
 // An existing directory is left alone, owner and mode included.
 void make_for(const char *root, std::initializer_list<std::string_view> name, uid_t user, gid_t group) {
   Text<path_width> path{root, "/"};
-  if (path.append_whole(name) && access(path.c_str(), F_OK) != 0 && make_open(path.c_str())) {
-    static_cast<void>(chown(path.c_str(), user, group));
+  if (path.append_whole(name) && access(path.c_str(), F_OK) != 0) {
+    auto folder = make_open(path.c_str());
+    static_cast<void>(fchown(folder.get(), user, group));
   }
 }
 

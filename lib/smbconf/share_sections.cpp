@@ -61,11 +61,11 @@ void write_share(FILE *file, smb_share &share, const FileServices &services) {
 bool nasshare::write_share_sections(FILE *file, const FileServices &services) {
   bool any_recycle = false;
   for (auto &share : each(*pss)) {
-    write_share(file, share, services);
-    any_recycle = any_recycle || share.recycle_enable == 1;
-    if (share.next != nullptr) {
+    if (&share != pss->head) {
       std::fprintf(file, "\n");
     }
+    write_share(file, share, services);
+    any_recycle = any_recycle || share.recycle_enable == 1;
   }
   return any_recycle;
 }

@@ -14,6 +14,11 @@ namespace {
 constexpr const char *smbclient = "/usr/bin/smbclient";
 constexpr std::string_view disk_mark = "Disk|";
 
+// Characters that mean something to the shell between double quotes too.
+bool leaves_quotes(std::string_view host) {
+  return host.find_first_of("\"$`\\\n\r") != std::string_view::npos;
+}
+
 // A refused session is no failed connection: the listing goes on.
 bool is_connection_failure(std::string_view line) {
   return contains(line, "fail") && !contains(line, "session");
@@ -48,12 +53,13 @@ int get_host_share_name(const char *host) {
     trace_debug("/usr/bin/smbclient not exist!\n");
     return 0;
   }
-  Free_Name_List();
-  Text<2 * path_width> command{smbclient, " -gNL \"", host, "\" 2>&1"};
-  trace_debug("cmd = [%s]\n", command.c_str());
-  if (!command.whole()) {
-    return 0; // no host's name is that long
+  Text<path_width> name{host}; // the host may lie in the list that is about to be emptied
+  if (!name.whole() || leaves_quotes(name.view())) {
+    return 0; // no host is called like that
   }
+  Free_Name_List();
+  Text<2 * path_width> command{smbclient, " -gNL \"", name.view(), "\" 2>&1"};
+  trace_debug("cmd = [%s]\n", command.c_str());
   Pipe listing(popen(command.c_str(), "re"));
   if (!listing) {
     return 0;
@@ -61,7 +67,7 @@ int get_host_share_name(const char *host) {
   for (CommandLines lines(listing.get()); lines.next();) {
     trace_debug("\t[%s]\n", Text<name_width>{lines.line()}.c_str());
     if (is_connection_failure(lines.line())) {
-      trace_debug("connect %s fail!\n", host);
+      trace_debug("connect %s fail!\n", name.c_str());
       listing.close();
       Free_Name_List();
       return 0;

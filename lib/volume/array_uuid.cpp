@@ -28,8 +28,18 @@ std::string_view nasshare::uuid_of_line(std::string_view line) {
   return reported ? take_word(line) : std::string_view();
 }
 
+namespace {
+
+// The device comes from /etc/mtab, where whoever may mount names it, and goes into a shell command.
+bool is_plain_device(std::string_view device) {
+  constexpr std::string_view plain = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789/_.:+@=-";
+  return device.find_first_not_of(plain) == std::string_view::npos;
+}
+
+} // namespace
+
 int get_raid_uuid(char *destination, const char *device) {
-  if (destination == nullptr || device == nullptr) {
+  if (destination == nullptr || device == nullptr || !is_plain_device(device)) {
     return -1;
   }
   Text<path_width> command{"mdadm -D ", device};

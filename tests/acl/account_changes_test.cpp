@@ -165,6 +165,7 @@ TEST(AccountChanges, AFullListStaysAsItIs) {
 TEST(AccountChanges, AnOverlongAccountIsInNoList) {
   const std::string account(20000, 'a');
   EXPECT_EQ(changed({"#bob#", "#carol#", ""}, account.c_str(), to_write), (Lists{"#bob#", "#carol#", ""}));
+  EXPECT_EQ(changed({"", all, ""}, account.c_str(), to_deny), (Lists{"", all, ""}));
 }
 
 /* ---- Everyone, outside a domain. ---- */
@@ -509,6 +510,20 @@ TEST(AccountModification, WithoutAnAccountOrAListNothingIsLoaded) {
   expect_on_both_volumes(stored_shares());
   EXPECT_EQ(transcript(), "");
   EXPECT_EQ(kernel_requests(), "");
+}
+
+/* Such a name would come back as another one, or as two. */
+TEST(AccountModification, AnAccountThatNoListCanHoldChangesNothing) {
+  three_shares();
+  insert_acnt_node("Music", to_write);
+  const std::string long_name(512, 'a');
+  for (const char *account : {"a#,#eve", "a,b", "m\xFCller", "a\x01", long_name.c_str()}) {
+    SCOPED_TRACE(testing::PrintToString(account));
+    EXPECT_EQ(acnt_mod_share(account), 0);
+    EXPECT_EQ(pal->count, 1) << "the list stays";
+  }
+  expect_on_both_volumes(stored_shares());
+  EXPECT_EQ(transcript(), "");
 }
 
 TEST(AccountModification, OfAnAutomaticShareAloneIsNone) {

@@ -126,6 +126,24 @@ TEST(RemoteBrowse, ASmbclientElsewhereOnThePathIsNotAsked) {
   EXPECT_EQ(transcript(), "");
 }
 
+/* Between double quotes these still mean something to the shell. */
+TEST(RemoteBrowse, AHostThatWouldLeaveItsQuotesIsNotAskedAtAll) {
+  answers("Disk|music|\n");
+  Insert_Name_Node("before");
+  for (const char *host : {"x\"; echo 'Disk|pwned|' #", "$(id)", "`id`", "a\\", "a\nb", "a\rb"}) {
+    SCOPED_TRACE(testing::PrintToString(host));
+    EXPECT_EQ(get_host_share_name(host), 0);
+    EXPECT_FALSE(exists(calls));
+  }
+  EXPECT_NE(Check_Name_Node("before"), nullptr) << "the list is left alone";
+}
+
+TEST(RemoteBrowse, AHostThatStandsInTheNameListIsAsked) {
+  answers("Disk|music|\n");
+  EXPECT_EQ(get_host_share_name(Insert_Name_Node("attic")->name), 1);
+  EXPECT_EQ(read_file(calls), "[-gNL]\n[attic]\n");
+}
+
 /* Half a host's name may be another host's. */
 TEST(RemoteBrowse, AHostTooLongForACommandIsNotAskedAtAll) {
   answers("Disk|music|\n");

@@ -100,3 +100,14 @@ TEST(ArrayUuid, MissingArgumentsRunNothing) {
   EXPECT_EQ(transcript(), "");
   EXPECT_STREQ(uuid.data(), "before");
 }
+
+TEST(ArrayUuid, OfADeviceThatTheShellWouldReadIsNotAsked) {
+  Appliance{}.command("mdadm", "UUID : 1:2:3:4\n");
+  for (const char *device : {"/dev/md1;true", "/dev/md1 x", "/dev/$(id)", "/dev/md1\\040", "/dev/md'1"}) {
+    SCOPED_TRACE(device);
+    std::array<char, 64> uuid{"before"};
+    EXPECT_EQ(get_raid_uuid(uuid.data(), device), -1);
+    EXPECT_STREQ(uuid.data(), "before");
+  }
+  EXPECT_EQ(transcript(), "");
+}
