@@ -1,6 +1,7 @@
 # Turns the generated smb.conf into the file that stock smbd reads: section names without the blanks around
 # them, no option named in the file "unknown", no yes-or-no option without either (one makes Samba refuse the
-# whole file), accounts in the file that "smb passwd file" names, and no shares but the catalogue's.
+# whole file), no backslash at the end of a line (it would join the next one), accounts in the file that "smb
+# passwd file" names, and no shares but the catalogue's.
 
 BEGIN {
   while (unknown != "" && (getline option < unknown) > 0)
@@ -22,5 +23,6 @@ BEGIN {
   value = substr($0, index($0, "=") + 1)
   if (option in left_out || (option in yes_or_no && value !~ /^ (yes|no)$/))
     next
+  sub(/\\+[ \t]*$/, "")
   print
 }

@@ -72,6 +72,12 @@ TEST_F(SmbdConf, AYesOrNoOptionWithoutEitherIsLeftOut) {
             "public = yes\nbrowseable = no\n");
 }
 
+/* Samba would join the next line to it: a comment could swallow the share's path. */
+TEST_F(SmbdConf, NoLineEndsInABackslash) {
+  EXPECT_EQ(derived("comment = a\\\npath = /mnt\nserver string = b\\\\ \n"),
+            "comment = a\npath = /mnt\nserver string = b\n");
+}
+
 TEST_F(SmbdConf, EveryOtherLineIsKeptByteForByte) {
   const std::string lines = "\ncomment = \\ % ' \" \xff\nread list =\nvfs object = recycle\n"
                             "recycle:repository = ../recycle/%u\ndirectory mask  = 0777\n" +
