@@ -4,6 +4,8 @@ include(CMakePackageConfigHelpers)
 install(TARGETS nasshare EXPORT nasshare LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
 install(TARGETS nasplatform EXPORT nasshare LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
 install(DIRECTORY include/nasshare DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+install(FILES docs/nasshare.1 docs/nasshare-diag.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+install(FILES docs/nasshare.3 DESTINATION ${CMAKE_INSTALL_MANDIR}/man3)
 
 install(EXPORT nasshare NAMESPACE nasshare:: FILE nasshare-targets.cmake
         DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/nasshare)

@@ -1,0 +1,118 @@
+/* nasshare smb-conf: the shares that it publishes besides the catalogue's, and the DFS tree. */
+#include "../special/iso_catalogue.h"
+#include "nasshare_cli.h"
+
+#include <filesystem>
+
+#include <csignal>
+#include <spawn.h>
+#include <sys/wait.h>
+
+namespace {
+
+class SmbConf : public Nasshare {
+protected:
+  /* The lines of a share's section in a freshly written file, up to the empty line behind it. */
+  static std::string section(const std::string &share) {
+    const Ended ended = nasshare({"smb-conf"});
+    EXPECT_EQ(ended.status, 0) << ended.err;
+    const std::string text = read_file("/etc/samba/smb.conf");
+    const size_t start = text.find("[ " + share + " ]\n");
+    return start == std::string::npos ? "none" : text.substr(start, text.find("\n\n", start) + 1 - start);
+  }
+};
+
+TEST_F(SmbConf, WritesTheFile) {
+  add({"Music", "/mnt/HD/HD_a2/music", "--write", "alice"});
+  const Ended ended = nasshare({"smb-conf"});
+  EXPECT_EQ(ended.status, 0);
+  EXPECT_EQ(ended.out + ended.err, "");
+  EXPECT_NE(read_file("/etc/samba/smb.conf").find("[ Music ]\ncomment = \npath = /mnt/HD/HD_a2/music\n"),
+            std::string::npos);
+}
+
+TEST_F(SmbConf, SaysWhenTheFileCannotBeWritten) {
+  machine_.remove("/etc/samba");
+  expect_refusal({"smb-conf"}, "/etc/samba/smb.conf cannot be written");
+}
+
+TEST_F(SmbConf, TurnsOplocksOffForAnotherFileService) {
+  add({"Music", "/mnt/HD/HD_a2/music"});
+  machine_.config("/system_mgr/afp/enable", "1");
+  EXPECT_EQ(nasshare({"smb-conf"}).status, 0);
+  EXPECT_NE(read_file("/etc/samba/smb.conf").find("\noplocks = no\n"), std::string::npos);
+}
+
+// ---- Automatic shares
+
+TEST_F(SmbConf, HoldsTheDownloadFolderOfTheP2pClient) {
+  machine_.file("/etc/NAS_CFG/p2psettings.xml",
+                "<p2p><settings><save_path>/mnt/HD/HD_b2/Downloads</save_path></settings></p2p>");
+  EXPECT_EQ(section("P2P"), "[ P2P ]\n"
+                            "comment = P2P Folder Share\n"
+                            "path = /mnt/HD/HD_b2/P2P\n"
+                            "browseable = yes\n"
+                            "public = yes\n"
+                            "oplocks = yes\n"
+                            "map archive = no\n"
+                            "read list = \n"
+                            "write list = \"nobody\",\"@allaccount\"\n"
+                            "invalid users = \n"
+                            "valid users = \"nobody\",\"@allaccount\"\n");
+}
+
+TEST_F(SmbConf, HoldsTheFolderOfAnInstalledAmuleWhileTheAddOnServiceRuns) {
+  machine_.file("/etc/NAS_CFG/packages.xml",
+                "<packages><package><name>aMule</name><path>/mnt/HD/HD_b2/aMule</path></package></packages>");
+  EXPECT_EQ(section("aMule"), "none");
+  std::filesystem::copy_file("/bin/sleep", "/tmp/modx");
+  const char *const words[] = {"modx", "60", nullptr};
+  pid_t service = -1;
+  ASSERT_EQ(posix_spawn(&service, "/tmp/modx", nullptr, nullptr, const_cast<char *const *>(words), nullptr),
+            0);
+  EXPECT_NE(section("aMule").find("\npath = /mnt/HD/HD_b2/aMule\n"), std::string::npos);
+  kill(service, SIGKILL);
+  waitpid(service, nullptr, 0);
+}
+
+TEST_F(SmbConf, HoldsMountedImagesForReadingOnly) {
+  machine_.folder("/mnt/isoMount/film");
+  mounted_images({{.name = "Film", .read_list = "#alice#", .invalid_users = "#carol#"}});
+  EXPECT_EQ(section("Film"), "[ Film ]\n"
+                             "comment = \n"
+                             "path = /mnt/isoMount/film\n"
+                             "browseable = yes\n"
+                             "public = yes\n"
+                             "oplocks = yes\n"
+                             "map archive = no\n"
+                             "read list = \"alice\"\n"
+                             "write list = \n"
+                             "invalid users = \"nobody\",\"carol\"\n"
+                             "valid users = \"alice\"\n");
+}
+
+TEST_F(SmbConf, AShareOfTheCatalogueWinsOverAnAutomaticOneOfItsName) {
+  machine_.file("/etc/NAS_CFG/p2psettings.xml", "<p2p><settings/></p2p>");
+  add({"P2P", "/mnt/HD/HD_a2/music", "--comment", "Mine"});
+  EXPECT_NE(section("P2P").find("\ncomment = Mine\npath = /mnt/HD/HD_a2/music\n"), std::string::npos);
+}
+
+TEST_F(SmbConf, AutomaticSharesAreNotStored) {
+  machine_.file("/etc/NAS_CFG/p2psettings.xml", "<p2p><settings/></p2p>");
+  EXPECT_NE(section("P2P"), "none");
+  EXPECT_EQ(nasshare({"list"}).out, "");
+}
+
+// ---- DFS
+
+TEST_F(SmbConf, TheDfsTreeIsMadeWhileDfsIsOn) {
+  succeed({"dfs-group", "add", "media"});
+  succeed({"dfs", "add", "media", "tunes", "srv1", "music"});
+  succeed({"smb-conf"});
+  EXPECT_FALSE(exists("/etc/dfsroot"));
+  machine_.config("/system_mgr/samba/dfs_enable", "1");
+  EXPECT_NE(section("DFS").find("\npath = /etc/dfsroot\n"), std::string::npos);
+  EXPECT_EQ(std::filesystem::read_symlink("/etc/dfsroot/media/tunes"), "msdfs:srv1\\music");
+}
+
+} // namespace
