@@ -4,6 +4,7 @@
 #include "nasshare/catalogue.h"
 #include "support/debug.h"
 #include "support/linked_list.h"
+#include "support/trouble.h"
 #include "support/xml.h"
 
 using namespace nasshare;
@@ -142,8 +143,10 @@ int acnt_mod_share(const char *account) {
   if (!given(account) || !can_stand_in_list(account) || is_acnt_empty() != 0) {
     return 0;
   }
+  load_begins();
+  ProgramLock lock(catalogue_lock);
   get_samba_info();
   modify_config_permision(account);
   free_acnt_list();
-  return store_catalogue(Print::nothing);
+  return store_catalogue(Print::nothing, lock);
 }

@@ -2,18 +2,34 @@
 
 #include "nasshare/acl.h"
 #include "support/text.h"
+#include "support/trouble.h"
 
+#include <cerrno>
 #include <grp.h>
 #include <pwd.h>
 
 using namespace nasshare;
 
+namespace {
+
+// A database that cannot be read counts as not knowing the name, but the answer must not be stored.
+template <class Entry> int is_known(Entry *(*look_up)(const char *), const char *name) {
+  errno = 0;
+  bool known = name != nullptr && look_up(name) != nullptr;
+  if (!known) {
+    note_trouble_of_errno();
+  }
+  return known ? 1 : 0;
+}
+
+} // namespace
+
 int check_user(const char *name) {
-  return name != nullptr && getpwnam(name) != nullptr ? 1 : 0;
+  return is_known(getpwnam, name);
 }
 
 int check_group(const char *name) {
-  return name != nullptr && getgrnam(name) != nullptr ? 1 : 0;
+  return is_known(getgrnam, name);
 }
 
 bool nasshare::user_exists(std::string_view name) {

@@ -1,24 +1,21 @@
+#include "acl/account_walk.h"
 #include "acl/list_text.h"
 #include "acl/name_tokens.h"
 #include "nasshare/acl.h"
 #include "nasshare/platform.h"
-
-#include <grp.h>
 
 using namespace nasshare;
 
 namespace {
 
 void name_members(std::string_view group_name) {
-  setgrent();
-  while (const auto *group = getgrent()) {
-    if (group_name == group->gr_name) {
-      for (char **member = group->gr_mem; *member != nullptr; ++member) {
+  each_group([group_name](const group &entry) {
+    if (group_name == entry.gr_name) {
+      for (char **member = entry.gr_mem; *member != nullptr; ++member) {
         Insert_Name_Node(*member);
       }
     }
-  }
-  endgrent();
+  });
 }
 
 bool is_named(std::string_view list, const char *name) {

@@ -1,3 +1,4 @@
+#include "acl/account_walk.h"
 #include "acl/list_text.h"
 #include "acl/name_tokens.h"
 #include "nasshare/acl.h"
@@ -5,7 +6,6 @@
 
 #include <algorithm>
 #include <array>
-#include <pwd.h>
 
 using namespace nasshare;
 
@@ -25,13 +25,11 @@ char *rebuild_user_list_except_input(char *list) {
   }
   trace_debug("$$$list[%s]\n", list);
   ListBuilder others;
-  setpwent();
-  while (const auto *account = getpwent()) {
-    if (!is_system_account(account->pw_name) && Check_Name_Node(account->pw_name) == nullptr) {
-      others.add(account->pw_name);
+  each_account([&others](const passwd &account) {
+    if (!is_system_account(account.pw_name) && Check_Name_Node(account.pw_name) == nullptr) {
+      others.add(account.pw_name);
     }
-  }
-  endpwent();
+  });
   assign(list_field(list), others.view());
   trace_debug("$$$[%s]\n", list);
   return list;

@@ -23,7 +23,7 @@ constexpr int most_groups = 200;
 // Whether the command lists exactly that name among its first lines; the lines passed over do not count.
 template <class PassOver>
 bool lists(const char *command, std::string_view name, int most_lines, PassOver pass_over) {
-  Pipe listing(popen(command, "re"));
+  Pipe listing(open_output(command));
   bool found = false;
   int count = 0;
   for (CommandLines lines(listing.get()); lines.next();) { // to the end, so that the command is not cut off

@@ -28,7 +28,7 @@ int ads_join_domain(void) {
   Text<3 * name_width> command{"net ads join -U '", view(pss->ads_username), "%", view(pss->ads_password),
                                "' 2>&1"};
   trace_debug("ads join cmd : [%s]\n", command.c_str());
-  Pipe net(popen(command.c_str(), "re"));
+  Pipe net(open_output(command.c_str()));
   if (!net) {
     return not_started;
   }

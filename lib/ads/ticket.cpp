@@ -35,7 +35,7 @@ int ads_kinit(void) {
   Text<4 * name_width> command{"echo '", view(pss->ads_password), "' | kinit '", view(pss->ads_username),
                                "@",      view(pss->ads_realm),    "' 2>&1"};
   trace_debug("kinit : [%s]\n", command.c_str());
-  Pipe kinit(popen(command.c_str(), "re"));
+  Pipe kinit(open_output(command.c_str()));
   if (!kinit) {
     return not_started;
   }

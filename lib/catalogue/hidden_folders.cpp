@@ -3,6 +3,7 @@
 #include "catalogue/share_xml.h"
 #include "nasshare/catalogue.h"
 #include "nasshare/support.h"
+#include "support/shared_folder.h"
 #include "support/store.h"
 
 #include <unistd.h>
@@ -34,7 +35,8 @@ int hidden_filter_dir(const dirent *entry) {
 }
 
 void cp_xml_to_hidden(void) {
-  if (access(temporary_share_xml, F_OK) == 0) {
+  // Everybody can write in /tmp: what somebody else put there is no catalogue.
+  if (is_own_file(temporary_share_xml)) {
     each_hidden_folder(copy_into);
   }
 }

@@ -8,6 +8,7 @@
 #include "support/debug.h"
 #include "support/linked_list.h"
 #include "support/text.h"
+#include "support/trouble.h"
 
 #include <cstdlib>
 #include <span>
@@ -92,7 +93,9 @@ int add_share(smb_share *record) {
     list_debug("input data error! [%s]\n", record == nullptr ? "" : record->path);
     return 0;
   }
+  load_begins();
   const Argument argument(record);
+  ProgramLock lock(catalogue_lock);
   normalise_lists(*record);
   list_debug("read_list       : [%s]\n", record->read_list);
   list_debug("write_list      : [%s]\n", record->write_list);
@@ -109,7 +112,7 @@ int add_share(smb_share *record) {
   if (!xml_can_hold(record->hd_serial) || Insert_Smb_Node(record) == nullptr) {
     return refuse();
   }
-  return store_catalogue(Print::list);
+  return store_catalogue(Print::list, lock);
 }
 
 int mod_share(smb_share *record) {
@@ -117,7 +120,9 @@ int mod_share(smb_share *record) {
     list_debug("input data error!\n");
     return 0;
   }
+  load_begins();
   const Argument argument(record);
+  ProgramLock lock(catalogue_lock);
   normalise_lists(*record);
 
   get_samba_info();
@@ -129,13 +134,15 @@ int mod_share(smb_share *record) {
     return refuse();
   }
   Modify_Smb_Node(record);
-  return store_catalogue(Print::nothing);
+  return store_catalogue(Print::nothing, lock);
 }
 
 int del_share(const char *name) {
   if (!given(name)) {
     return 0;
   }
+  load_begins();
+  ProgramLock lock(catalogue_lock);
   const Text<2 * name_width> wanted{name}; // it may lie in the very list that the load empties
   get_samba_info();
   if (check_smb_share_name(wanted.c_str()) == nullptr) {
@@ -143,11 +150,11 @@ int del_share(const char *name) {
     return refuse();
   }
   Remove_Smb_Node_By_Name(wanted.c_str());
-  return store_catalogue(Print::nothing);
+  return store_catalogue(Print::nothing, lock);
 }
 
-int nasshare::store_catalogue(Print print) {
-  bool written = create_HD_xml(temporary_share_xml) == 0;
+int nasshare::store_catalogue(Print print, ProgramLock &lock) {
+  bool written = !load_was_troubled() && create_HD_xml(temporary_share_xml) == 0;
   if (print == Print::list) {
     List_Smb_Node();
   }
@@ -158,6 +165,7 @@ int nasshare::store_catalogue(Print print) {
   cp_xml_to_hidden();
   unlink(temporary_share_xml);
   sync();
+  lock.release();
   run_smbcom();
   return 1;
 }

@@ -5,6 +5,7 @@
 // value is escaped once per write, however often it has been loaded.
 #pragma once
 
+#include "support/trouble.h"
 #include "support/xml.h"
 
 #include <string_view>
@@ -30,8 +31,11 @@ template <class Read> void each_dfs_item(const char *path, Read read) {
 }
 
 // Replaces the file with one item per node of the list, filled by fill(item, node). False, and the old file
-// untouched, on failure.
+// untouched, on failure and when the list was not loaded whole.
 template <class Nodes, class Fill> bool store_dfs_items(const char *path, const Nodes &nodes, Fill fill) {
+  if (load_was_troubled()) {
+    return false;
+  }
   auto document = new_xml("config");
   auto *dfs = document ? add_element(xmlDocGetRootElement(document.get()), "dfs") : nullptr;
   if (dfs == nullptr) {

@@ -3,6 +3,7 @@
 #include "nasshare/dfs.h"
 #include "support/debug.h"
 #include "support/linked_list.h"
+#include "support/program_lock.h"
 #include "support/text.h"
 
 #include <unistd.h>
@@ -53,6 +54,7 @@ void write_DFS_group_xml(void) {
 }
 
 void get_dfs_group_info(void) {
+  load_begins();
   Free_Name_List();
   read_DFS_group_xml();
 }
@@ -61,6 +63,7 @@ uint32_t add_dfs_group_node(const char *group) {
   if (!given(group)) {
     return 0;
   }
+  const ProgramLock lock(dfs_groups_lock);
   const Name name{group};
   bool added = load_and_find(name) == nullptr && is_storable(name.view()) &&
                Insert_Name_Node(name.c_str()) != nullptr && store_groups(Form::text);
@@ -77,6 +80,7 @@ uint32_t mod_dfs_group_node(const char *old_group, const char *new_group) {
     return 0;
   }
   trace_debug("--- [%s][%s]\n", old_group, new_group);
+  const ProgramLock lock(dfs_groups_lock);
   const Name from{old_group};
   const Name to{new_group};
   auto *entry = load_and_find(from);
@@ -92,6 +96,7 @@ uint32_t del_dfs_group_node(const char *group) {
   if (!given(group)) {
     return 0;
   }
+  const ProgramLock lock(dfs_groups_lock);
   const Name name{group};
   auto *entry = load_and_find(name);
   bool deleted = entry != nullptr;

@@ -3,6 +3,7 @@
 #include "nasshare/dfs.h"
 #include "support/linked_list.h"
 #include "support/text.h"
+#include "support/trouble.h"
 
 #include <unistd.h>
 
@@ -44,6 +45,7 @@ void write_DFS_xml(void) {
 }
 
 void get_dfs_info(void) {
+  load_begins();
   dfs_remove_all();
   read_DFS_xml();
   dfs_print_all();

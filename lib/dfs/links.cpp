@@ -1,6 +1,7 @@
 #include "dfs/link_store.h"
 #include "nasshare/dfs.h"
 #include "support/linked_list.h"
+#include "support/program_lock.h"
 #include "support/text.h"
 
 #include <algorithm>
@@ -54,6 +55,7 @@ uint32_t add_dfs_node(const char *host, const char *share, const char *local, co
   if (!all_given({host, share, local, group})) {
     return 0;
   }
+  const ProgramLock lock(dfs_links_lock);
   auto link = make_link(host, share, local, group);
   if (!link || load_and_find(group, local) != nullptr) {
     return finish(false);
@@ -68,6 +70,7 @@ uint32_t mod_dfs_node(const char *new_host, const char *new_share, const char *n
   if (!all_given({new_host, new_share, new_local, new_group, old_local, old_group})) {
     return 0;
   }
+  const ProgramLock lock(dfs_links_lock);
   auto changed = make_link(new_host, new_share, new_local, new_group);
   auto *link = changed ? load_and_find(old_group, old_local) : nullptr;
   if (link == nullptr) {
@@ -81,6 +84,7 @@ uint32_t del_dfs_node(const char *local, const char *group) {
   if (!all_given({local, group})) {
     return 0;
   }
+  const ProgramLock lock(dfs_links_lock);
   auto *link = load_and_find(group, local);
   if (link == nullptr) {
     return finish(false);
@@ -97,6 +101,7 @@ uint32_t mod_dfs_node_by_group(const char *old_group, const char *new_group) {
   if (!all_given({old_group, new_group}) || !is_storable(new_group)) {
     return 0;
   }
+  const ProgramLock lock(dfs_links_lock);
   const Key from{old_group};
   const Key to{new_group};
   get_dfs_info();
@@ -108,6 +113,7 @@ uint32_t del_dfs_node_by_group(const char *group) {
   if (!given(group)) {
     return 0;
   }
+  const ProgramLock lock(dfs_links_lock);
   const Key wanted{group};
   get_dfs_info();
   dfs_delete_node_by_group(wanted.c_str());

@@ -1,3 +1,4 @@
+#include "acl/account_walk.h"
 #include "ads/domain_accounts.h"
 #include "nasshare/catalogue.h"
 #include "nasshare/smbconf.h"
@@ -10,7 +11,6 @@
 #include <array>
 #include <fcntl.h>
 #include <optional>
-#include <pwd.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -40,7 +40,7 @@ void make_for(const char *root, std::initializer_list<std::string_view> name, ui
 
 void make_for_domain_users(const char *root) {
   make_for(root, {"nobody"}, guest_id, guest_id);
-  Pipe users(popen("wbinfo -z", "re"));
+  Pipe users(open_output("wbinfo -z"));
   for (CommandLines lines(users.get()); lines.next();) {
     auto user = parse_domain_user(lines.line());
     if (user && user->uid >= first_domain_id && user->gid >= first_domain_id) {
@@ -52,13 +52,11 @@ void make_for_domain_users(const char *root) {
 
 void make_for_local_accounts(const char *root) {
   constexpr std::array<std::string_view, 5> without{"root", "admin", "ftp", "sshd", "squeezecenter"};
-  setpwent();
-  while (const auto *account = getpwent()) {
-    if (std::ranges::find(without, std::string_view(account->pw_name)) == without.end()) {
-      make_for(root, {account->pw_name}, account->pw_uid, account->pw_gid);
+  each_account([&](const passwd &account) {
+    if (std::ranges::find(without, std::string_view(account.pw_name)) == without.end()) {
+      make_for(root, {account.pw_name}, account.pw_uid, account.pw_gid);
     }
-  }
-  endpwent();
+  });
 }
 
 } // namespace

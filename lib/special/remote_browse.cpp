@@ -60,7 +60,7 @@ int get_host_share_name(const char *host) {
   Free_Name_List();
   Text<2 * path_width> command{smbclient, " -gNL \"", name.view(), "\" 2>&1"};
   trace_debug("cmd = [%s]\n", command.c_str());
-  Pipe listing(popen(command.c_str(), "re"));
+  Pipe listing(open_output(command.c_str()));
   if (!listing) {
     return 0;
   }

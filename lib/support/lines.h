@@ -8,6 +8,10 @@
 
 namespace nasshare {
 
+// Opens a file, or a command's output, for reading; trouble in doing so is noted.
+FILE *open_lines(const char *path);
+FILE *open_output(const char *command);
+
 bool fetch_line(FILE *stream, char *buffer, int size);
 
 template <int Width> class Lines {

@@ -2,6 +2,8 @@
 // nothing: the last node may go without tail being cleared, and the next append sets both.
 #pragma once
 
+#include "support/trouble.h"
+
 #include <cstdlib>
 #include <iterator>
 #include <type_traits>
@@ -11,7 +13,11 @@ namespace nasshare {
 template <class List> using NodeOf = std::remove_pointer_t<decltype(List::head)>;
 
 template <class Node> Node *new_node() {
-  return static_cast<Node *>(std::calloc(1, sizeof(Node)));
+  auto *node = static_cast<Node *>(std::calloc(1, sizeof(Node)));
+  if (node == nullptr) {
+    note_trouble();
+  }
+  return node;
 }
 
 template <class Node> class NodeIterator {

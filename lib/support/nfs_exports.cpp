@@ -22,7 +22,7 @@ std::string_view exported_path(std::string_view line) {
 } // namespace
 
 int check_nfs_share(const char *path) {
-  File exports(std::fopen("/etc/exports", "re"));
+  File exports(open_lines("/etc/exports"));
   if (!exports || path == nullptr) {
     return 0;
   }

@@ -1,10 +1,12 @@
 #include "support/store.h"
 
 #include "support/owners.h"
+#include "support/shared_folder.h"
 #include "support/text.h"
 
 #include <cerrno>
 #include <cstdio>
+#include <cstdlib>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -45,17 +47,40 @@ bool take_over_mode(int fd, const char *path) {
   return (same_owner || fchown(fd, old.st_uid, old.st_gid) == 0) && fchmod(fd, old.st_mode & 07777U) == 0;
 }
 
-bool write_fresh(const char *fresh, const char *path, std::string_view content, Mode mode) {
-  mode_t created = mode == Mode::as_created ? 0666 : 0600;
-  Descriptor file(open(fresh, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, created));
-  return file && (mode == Mode::as_created || take_over_mode(file.get(), path)) &&
-         write_all(file.get(), content) && file.close() == 0;
+mode_t mode_of_new_files() {
+  mode_t mask = umask(0);
+  umask(mask);
+  return 0666U & ~mask;
+}
+
+// Creates the successor and gives it its name. In a shared folder nobody can know that name beforehand.
+Descriptor create_fresh(const char *path, Text<path_width> &fresh) {
+  if (is_in_shared_folder(path)) {
+    fresh.append(".XXXXXX");
+    return Descriptor(fresh.whole() ? mkostemp(fresh.field().data(), O_CLOEXEC) : -1);
+  }
+  unlink(fresh.c_str()); // what a power cut may have left
+  return Descriptor(fresh.whole() ? open(fresh.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600) : -1);
+}
+
+bool fill_fresh(Descriptor &file, const char *path, std::string_view content, Mode mode) {
+  bool has_mode = mode == Mode::as_created ? fchmod(file.get(), mode_of_new_files()) == 0
+                                           : take_over_mode(file.get(), path);
+  return has_mode && write_all(file.get(), content) && fsync(file.get()) == 0 && file.close() == 0;
+}
+
+bool rename_over(const char *fresh, const char *target) {
+  if (std::rename(fresh, target) == 0) {
+    return true;
+  }
+  return errno == EISDIR && is_in_shared_folder(target) && make_way(target) &&
+         std::rename(fresh, target) == 0;
 }
 
 } // namespace
 
 bool put_in_place(const char *fresh, const char *target) {
-  if (!flush(fresh, O_NOFOLLOW) || std::rename(fresh, target) != 0) {
+  if (!flush(fresh, O_NOFOLLOW) || !rename_over(fresh, target)) {
     unlink(fresh);
     return false;
   }
@@ -64,16 +89,18 @@ bool put_in_place(const char *fresh, const char *target) {
 }
 
 bool store_file(const char *path, std::string_view content, Mode mode) {
-  Text<path_width> fresh{path, fresh_suffix};
-  if (!fresh.whole()) {
+  Text<path_width> name{path, fresh_suffix};
+  auto file = create_fresh(path, name);
+  if (!file) {
     return false;
   }
-  unlink(fresh.c_str()); // what a power cut may have left
-  if (!write_fresh(fresh.c_str(), path, content, mode)) {
-    unlink(fresh.c_str());
+  const char *fresh = name.field().data();
+  if (!fill_fresh(file, path, content, mode) || !rename_over(fresh, path)) {
+    unlink(fresh);
     return false;
   }
-  return put_in_place(fresh.c_str(), path);
+  flush_folder_of(path);
+  return true;
 }
 
 } // namespace nasshare

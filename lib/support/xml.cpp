@@ -3,15 +3,18 @@
 #include "support/owners.h"
 #include "support/store.h"
 #include "support/text.h"
+#include "support/trouble.h"
 
 #include <array>
+#include <cerrno>
 #include <climits>
-#include <cstdio>
+#include <cstdlib>
 #include <fcntl.h>
 #include <libxml/parser.h>
 #include <libxml/parserInternals.h>
 #include <optional>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace nasshare {
 
@@ -41,10 +44,52 @@ private:
   xmlStructuredErrorFunc handler_ = xmlStructuredError;
 };
 
-bool is_regular(int fd) {
-  struct stat status {};
-  return fstat(fd, &status) == 0 && S_ISREG(status.st_mode);
-}
+struct FreeParser {
+  void operator()(xmlParserCtxt *parser) const { xmlFreeParserCtxt(parser); }
+};
+using ParserContext = std::unique_ptr<xmlParserCtxt, FreeParser>;
+
+struct FreeBytes {
+  void operator()(char *bytes) const { std::free(bytes); }
+};
+
+// A regular file, read whole.
+class FileText {
+public:
+  explicit FileText(const char *path) {
+    Descriptor file(open(path, O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    struct stat status {};
+    if (!file || fstat(file.get(), &status) != 0) {
+      note_trouble_of_errno();
+    } else if (S_ISREG(status.st_mode)) {
+      read_from(file.get(), static_cast<std::size_t>(status.st_size));
+    }
+  }
+  [[nodiscard]] std::string_view view() const { return {bytes_.get(), size_}; }
+
+private:
+  void read_from(int fd, std::size_t size) {
+    bytes_.reset(static_cast<char *>(std::malloc(size + 1)));
+    while (bytes_ && size_ < size) {
+      auto count = read(fd, bytes_.get() + size_, size - size_);
+      if (count == 0) {
+        return;
+      }
+      if (count > 0) {
+        size_ += static_cast<std::size_t>(count);
+      } else if (errno != EINTR) {
+        bytes_.reset();
+      }
+    }
+    if (!bytes_) {
+      size_ = 0;
+      note_trouble();
+    }
+  }
+
+  std::unique_ptr<char, FreeBytes> bytes_;
+  std::size_t size_ = 0;
+};
 
 } // namespace
 
@@ -52,17 +97,21 @@ XmlDocument parse_xml(std::string_view text) {
   if (text.size() > INT_MAX) {
     return nullptr;
   }
-  return XmlDocument(
-      xmlReadMemory(text.data(), static_cast<int>(text.size()), nullptr, nullptr, parse_options));
+  const QuietParser quiet;
+  ParserContext parser(xmlNewParserCtxt());
+  XmlDocument document(parser ? xmlCtxtReadMemory(parser.get(), text.data(), static_cast<int>(text.size()),
+                                                  nullptr, nullptr, parse_options)
+                              : nullptr);
+  if (!parser || parser->errNo == XML_ERR_NO_MEMORY) {
+    note_trouble();
+    return nullptr;
+  }
+  return document;
 }
 
 XmlDocument load_xml(const char *path) {
-  Descriptor file(open(path, O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-  if (!file || !is_regular(file.get())) {
-    return nullptr;
-  }
-  const QuietParser quiet;
-  return XmlDocument(xmlReadFd(file.get(), path, nullptr, parse_options));
+  const FileText text(path);
+  return text.view().empty() ? nullptr : parse_xml(text.view());
 }
 
 xmlNode *child_element(xmlNode *parent, const char *name) {
@@ -83,6 +132,9 @@ xmlNode *element_from(xmlNode *node) {
 ChildText::ChildText(xmlNode *parent, const char *name) {
   if (auto *child = child_element(parent, name)) {
     text_.reset(xmlNodeGetContent(child));
+    if (!text_) {
+      note_trouble();
+    }
   }
 }
 
@@ -266,7 +318,8 @@ XmlText compose_xml(xmlDoc *document) {
 
 bool store_xml(xmlDoc *document, const char *path) {
   auto text = compose_xml(document);
-  return text && store_file(path, view(text));
+  // Short of memory the composer may stop midway.
+  return text && parse_xml(view(text)) && store_file(path, view(text));
 }
 
 } // namespace nasshare

@@ -55,9 +55,8 @@ int get_scsi_map(smb_catalogue *table) {
   if (table == nullptr) {
     return -1;
   }
-  Pipe scan(popen("sg_scan /dev/sda /dev/sdb /dev/sdc /dev/sdd /dev/sde /dev/sdf /dev/sdg /dev/sdh"
-                  " /dev/sdi /dev/sdj /dev/sdk /dev/sdl /dev/sdm /dev/sdn /dev/sdo /dev/sdp",
-                  "re"));
+  Pipe scan(open_output("sg_scan /dev/sda /dev/sdb /dev/sdc /dev/sdd /dev/sde /dev/sdf /dev/sdg /dev/sdh"
+                        " /dev/sdi /dev/sdj /dev/sdk /dev/sdl /dev/sdm /dev/sdn /dev/sdo /dev/sdp"));
   for (CommandLines lines(scan.get()); lines.next();) {
     read_line(*table, lines.line());
   }

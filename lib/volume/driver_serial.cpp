@@ -2,6 +2,7 @@
 #include "support/network_interface.h"
 #include "support/owners.h"
 #include "support/text.h"
+#include "support/trouble.h"
 
 #include <algorithm>
 #include <array>
@@ -42,6 +43,7 @@ void get_serial_number2(char *destination, int slot) {
   }
   Descriptor socket_fd(socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0));
   if (!socket_fd) {
+    note_trouble_of_errno();
     return;
   }
   std::span answer(destination, 32);

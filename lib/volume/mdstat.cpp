@@ -45,7 +45,7 @@ void read_mdstat_line(smb_catalogue &table, int volume, std::string_view md_name
 } // namespace
 
 int parse_raid_info(smb_catalogue *table, int volume, const char *md_name) {
-  File mdstat(std::fopen("/proc/mdstat", "re"));
+  File mdstat(open_lines("/proc/mdstat"));
   if (!mdstat || table == nullptr || md_name == nullptr || volume < 0 || volume > 1) {
     return -1;
   }

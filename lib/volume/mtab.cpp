@@ -64,7 +64,7 @@ void nasshare::read_mtab_line(smb_catalogue &table, std::string_view line) {
 }
 
 bool nasshare::read_mtab(smb_catalogue &table) {
-  File file(std::fopen(mtab, "re"));
+  File file(open_lines(mtab));
   for (FileLines lines(file.get()); lines.next();) {
     read_mtab_line(table, lines.line());
   }
@@ -76,7 +76,7 @@ int parse_check_hidden(smb_catalogue *table, int disk) {
     return 0;
   }
   Text<name_width + 1> partition{view(table->hd_device[disk]), "4"};
-  File file(std::fopen(mtab, "re"));
+  File file(open_lines(mtab));
   for (FileLines lines(file.get()); lines.next();) {
     if (contains(lines.line(), partition.view())) {
       return 1;

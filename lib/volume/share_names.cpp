@@ -95,7 +95,7 @@ void get_HD_share_name(smb_catalogue *table) {
     set_default_names(*table);
     return;
   }
-  File file(std::fopen(shared_name, "re"));
+  File file(open_lines(shared_name));
   if (!file) {
     list_debug("Not found /etc/shared_name file!\n"); // the wording is kept though it was found
     return;

@@ -553,7 +553,7 @@ TEST(AccountModification, InADomainTheDomainsFilesAreChanged) {
 }
 
 TEST(AccountModification, LeavesTheVolumesWhenTheTemporaryFileCannotBeWritten) {
-  three_shares().file("/tmp/.smb.xml/in the way", "");
+  three_shares().read_only("/tmp");
   insert_acnt_node("Music", to_write);
   EXPECT_EQ(acnt_mod_share("alice"), 0);
   expect_on_both_volumes(stored_shares());

@@ -407,7 +407,7 @@ TEST(AddShare, ReplacesAStaleTemporaryFile) {
 }
 
 TEST(AddShare, LeavesTheVolumesWhenTheTemporaryFileCannotBeWritten) {
-  two_shares().file("/tmp/.smb.xml/in the way", "");
+  two_shares().read_only("/tmp");
   EXPECT_EQ(output_of([] { EXPECT_EQ(add_share(films()), 0); }), "");
   expect_on_both_volumes(share_xml({music(), docs()}));
   EXPECT_EQ(Is_Smb_Empty(), 1);
@@ -585,7 +585,7 @@ TEST(ModShare, KeepsTheListsInDomainModeAndWritesTheDomainsFilesOnly) {
 }
 
 TEST(ModShare, LeavesTheVolumesWhenTheTemporaryFileCannotBeWritten) {
-  two_shares().file("/tmp/.smb.xml/in the way", "");
+  two_shares().read_only("/tmp");
   EXPECT_EQ(mod_share(music().comment("new")), 0);
   expect_on_both_volumes(share_xml({music(), docs()}));
   EXPECT_EQ(Is_Smb_Empty(), 1);
@@ -682,7 +682,7 @@ TEST(DelShare, FindsANameThatIsEscapedInTheFile) {
 }
 
 TEST(DelShare, LeavesTheVolumesWhenTheTemporaryFileCannotBeWritten) {
-  two_shares().file("/tmp/.smb.xml/in the way", "");
+  two_shares().read_only("/tmp");
   EXPECT_EQ(del_share("Music"), 0);
   expect_on_both_volumes(share_xml({music(), docs()}));
 }

@@ -101,6 +101,12 @@ Appliance &Appliance::hidden(const std::string &device, const std::string &folde
   return mount(device, folder).folder(folder + "/.systemfile");
 }
 
+Appliance &Appliance::read_only(const std::string &folder) {
+  files::require(::mount(nullptr, folder.c_str(), nullptr, MS_REMOUNT | MS_BIND | MS_RDONLY, nullptr) == 0,
+                 "make " + folder + " read-only");
+  return *this;
+}
+
 Appliance &Appliance::unmount(const std::string &folder) {
   files::require(::umount(folder.c_str()) == 0, "unmount " + folder);
   return *this;

@@ -49,6 +49,8 @@ public:
   /* A hidden system partition: the same with the folder ".systemfile". */
   Appliance &hidden(const std::string &device, const std::string &folder);
   Appliance &unmount(const std::string &folder);
+  /* Nothing can be written in that mounted folder any more. */
+  Appliance &read_only(const std::string &folder);
   /* /etc/mtab becomes a file with exactly this text. */
   Appliance &mtab(std::string_view text);
   /* What mdadm -D and /proc/mdstat say. Level: linear, raid0, raid1, raid5, raid10. */

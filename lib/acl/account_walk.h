@@ -1,0 +1,40 @@
+// The walk of the account databases, from their start; it is the process-wide one.
+#pragma once
+
+#include "support/trouble.h"
+
+#include <cerrno>
+#include <grp.h>
+#include <pwd.h>
+
+namespace nasshare {
+
+template <class Visit> void each_account(Visit visit) {
+  setpwent();
+  for (;;) {
+    errno = 0;
+    const auto *account = getpwent();
+    if (account == nullptr) {
+      break;
+    }
+    visit(*account);
+  }
+  note_trouble_of_errno();
+  endpwent();
+}
+
+template <class Visit> void each_group(Visit visit) {
+  setgrent();
+  for (;;) {
+    errno = 0;
+    const auto *group = getgrent();
+    if (group == nullptr) {
+      break;
+    }
+    visit(*group);
+  }
+  note_trouble_of_errno();
+  endgrent();
+}
+
+} // namespace nasshare

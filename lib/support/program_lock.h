@@ -1,0 +1,26 @@
+// One program at a time loads, changes and stores. The lock is advisory (flock) and goes with its holder,
+// however that ends; where /run is not there or not writable, programs go on without it.
+#pragma once
+
+#include "support/owners.h"
+
+namespace nasshare {
+
+inline constexpr const char *catalogue_lock = "/run/nasshare.lock";
+inline constexpr const char *dfs_groups_lock =
+    "/run/nasshare-dfs-groups.lock"; // taken before that of the links
+inline constexpr const char *dfs_links_lock = "/run/nasshare-dfs-links.lock";
+
+class ProgramLock {
+public:
+  // Waits for the holder.
+  explicit ProgramLock(const char *path);
+
+  // Before a service command runs: it may use this library itself.
+  void release() { file_.close(); }
+
+private:
+  Descriptor file_;
+};
+
+} // namespace nasshare

@@ -1,0 +1,100 @@
+// /tmp is open to everybody: what somebody has put there under the name of the temporary share XML is neither
+// followed nor in the way of a change.
+#include "appliance.h"
+#include "share.h"
+
+#include "nasshare/catalogue.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr const char *temporary = "/tmp/.smb.xml";
+constexpr const char *stored = "/mnt/HD_a4/.systemfile/.smb.xml";
+constexpr uid_t somebody = 1000;
+
+Appliance volumes() {
+  return Appliance::single_disks()
+      .folder("/mnt/HD/HD_a2/Music")
+      .folder("/tmp", 01777)
+      .file("/etc/secret", "secret", 0600)
+      .file("/home/planted.xml", "<config/>");
+}
+
+void expect_added() {
+  EXPECT_EQ(add_share(Share{"Music"}.path("/mnt/HD/HD_a2/Music").write("#alice#")), 1);
+  EXPECT_NE(read_file(stored).find("<name>Music</name>"), std::string::npos);
+  EXPECT_FALSE(exists(temporary));
+  EXPECT_EQ(read_file("/etc/secret"), "secret");
+}
+
+void expect_not_spread() {
+  cp_xml_to_hidden();
+  EXPECT_EQ(read_file(stored), "old");
+}
+
+TEST(PlantedInTheWayOfAChange, ASymbolicLink) {
+  volumes().link("/etc/secret", temporary);
+  expect_added();
+}
+
+TEST(PlantedInTheWayOfAChange, AHardLink) {
+  volumes().file("/tmp/secret", "secret");
+  ASSERT_EQ(link("/tmp/secret", temporary), 0);
+  expect_added();
+  EXPECT_EQ(read_file("/tmp/secret"), "secret");
+}
+
+TEST(PlantedInTheWayOfAChange, AnEmptyFolder) {
+  volumes().folder(temporary);
+  expect_added();
+}
+
+TEST(PlantedInTheWayOfAChange, AFolderWithSomethingInIt) {
+  volumes().file("/tmp/.smb.xml/planted", "x");
+  expect_added();
+}
+
+TEST(PlantedInTheWayOfAChange, APipe) {
+  volumes();
+  ASSERT_EQ(mkfifo(temporary, 0666), 0);
+  expect_added();
+}
+
+TEST(PlantedInTheWayOfAChange, AFileOfSomebodyElse) {
+  volumes().file(temporary, "<config/>", 0666);
+  ASSERT_EQ(chown(temporary, somebody, somebody), 0);
+  expect_added();
+}
+
+TEST(PlantedInTheWayOfAChange, ThePlainNameOfASuccessor) {
+  volumes().file("/tmp/.smb.xml.new/planted", "x");
+  expect_added();
+}
+
+TEST(PlantedToBeSpread, ASymbolicLinkIsNot) {
+  volumes().shares("/mnt/HD_a4", "old").link("/home/planted.xml", temporary);
+  expect_not_spread();
+}
+
+TEST(PlantedToBeSpread, AFileWithASecondNameIsNot) {
+  volumes().shares("/mnt/HD_a4", "old").file("/tmp/first", "<config/>");
+  ASSERT_EQ(link("/tmp/first", temporary), 0);
+  expect_not_spread();
+}
+
+TEST(PlantedToBeSpread, AFileOfSomebodyElseIsNot) {
+  volumes().shares("/mnt/HD_a4", "old").file(temporary, "<config/>");
+  ASSERT_EQ(chown(temporary, somebody, somebody), 0);
+  expect_not_spread();
+}
+
+TEST(PlantedToBeSpread, APipeIsNotAndDoesNotHang) {
+  volumes().shares("/mnt/HD_a4", "old");
+  ASSERT_EQ(mkfifo(temporary, 0666), 0);
+  expect_not_spread();
+}
+
+} // namespace

@@ -1,0 +1,102 @@
+// Several programs change the catalogue at the same time.
+#include "appliance.h"
+#include "output.h"
+#include "share.h"
+
+#include "nasshare/catalogue.h"
+#include "nasshare/dfs.h"
+
+#include <csignal>
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/file.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <functional>
+#include <vector>
+
+namespace {
+
+constexpr int programs = 10;
+constexpr int changes = 50;
+constexpr const char *lock = "/run/nasshare.lock";
+
+void run_at_once(const std::function<bool(int program, int change)> &change) {
+  std::vector<pid_t> children;
+  for (int program = 0; program < programs; ++program) {
+    children.push_back(fork());
+    if (children.back() == 0) {
+      int done = 0;
+      for (int i = 0; i < changes; ++i) {
+        done += change(program, i) ? 1 : 0;
+      }
+      _exit(done == changes ? 0 : 1);
+    }
+  }
+  for (const pid_t child : children) {
+    int status = 0;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    EXPECT_EQ(status, 0);
+  }
+}
+
+std::string name_of(int program, int change) {
+  return std::to_string(program) + "-" + std::to_string(change);
+}
+
+TEST(ProgramsAtOnce, LoseNoShare) {
+  Appliance::single_disks().folder("/mnt/HD/HD_a2/Music").command("smbcom");
+  run_at_once([](int program, int change) {
+    return add_share(Share{name_of(program, change)}.path("/mnt/HD/HD_a2/Music").write("#alice#")) == 1;
+  });
+  get_samba_info();
+  EXPECT_EQ(pss->count, programs * changes);
+  std::printf("%d programs added %d shares\n", programs, pss->count);
+  Free_All_List();
+}
+
+TEST(ProgramsAtOnce, LoseNoLink) {
+  Appliance{};
+  run_at_once([](int program, int change) {
+    return add_dfs_node("host", "share", name_of(program, change).c_str(), "group") == 1;
+  });
+  get_dfs_info();
+  EXPECT_EQ(pdfs->count, static_cast<unsigned>(programs * changes));
+  dfs_remove_all();
+}
+
+TEST(ProgramLock, OfAKilledHolderBlocksNobody) {
+  Appliance::single_disks().folder("/mnt/HD/HD_a2/Music");
+  int ready[2];
+  ASSERT_EQ(pipe(ready), 0);
+  const pid_t holder = fork();
+  if (holder == 0) {
+    const int fd = open(lock, O_RDWR | O_CREAT, 0600);
+    if (flock(fd, LOCK_EX) == 0 && write(ready[1], "x", 1) == 1) {
+      pause();
+    }
+    _exit(1);
+  }
+  char byte = 0;
+  ASSERT_EQ(read(ready[0], &byte, 1), 1);
+  ASSERT_EQ(kill(holder, SIGKILL), 0);
+  ASSERT_EQ(waitpid(holder, nullptr, 0), holder);
+  EXPECT_EQ(add_share(Share{"Music"}.path("/mnt/HD/HD_a2/Music")), 1);
+}
+
+TEST(ProgramLock, IsNotHeldWhileTheServiceCommandRuns) {
+  Appliance::single_disks()
+      .folder("/mnt/HD/HD_a2/Music")
+      .script("smbcom",
+              "flock --nonblock /run/nasshare.lock echo free >/tmp/lock-state || echo held >/tmp/lock-state");
+  EXPECT_EQ(add_share(Share{"Music"}.path("/mnt/HD/HD_a2/Music")), 1);
+  EXPECT_EQ(read_file("/tmp/lock-state"), "free\n");
+}
+
+TEST(ProgramLock, IsDoneWithoutWhereItCannotBeMade) {
+  Appliance::single_disks().folder("/mnt/HD/HD_a2/Music").folder(lock);
+  EXPECT_EQ(add_share(Share{"Music"}.path("/mnt/HD/HD_a2/Music")), 1);
+}
+
+} // namespace
