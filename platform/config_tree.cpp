@@ -65,7 +65,7 @@ bool set_own_text(xmlNode *element, const std::string &value) {
 
 std::vector<std::string> key_path(std::string_view key) {
   std::vector<std::string> path;
-  if (key.empty() || key.front() != '/') {
+  if (key.empty() || key.front() != '/' || !nasshare::xml_can_hold(key)) {
     return {};
   }
   while (!key.empty()) {

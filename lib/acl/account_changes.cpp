@@ -121,7 +121,7 @@ void change_share(smb_share &share, const char *account, std::uint32_t permissio
 } // namespace
 
 void modify_config_permision(const char *account) {
-  if (account == nullptr || !can_stand_in_list(account)) {
+  if (!given(account) || !can_stand_in_list(account)) {
     return;
   }
   smb_share *share = nullptr;
