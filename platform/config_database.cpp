@@ -9,6 +9,7 @@
 
 #include <charconv>
 #include <limits>
+#include <set>
 #include <system_error>
 
 using nasshare::XmlDocument;
@@ -30,9 +31,26 @@ XmlDocument parse_database(std::string_view text) {
   return is_database ? std::move(database) : nullptr;
 }
 
+// Keys whose last reading failed. A program takes such a value for missing and may want to store its default:
+// that must not replace a value that is there.
+std::set<std::string, std::less<>> unread_keys;
+
+void remember_reading(const std::string &key, bool read) {
+  if (read) {
+    unread_keys.erase(key);
+  } else {
+    unread_keys.insert(key);
+  }
+}
+
 std::string value_of(const char *key) {
-  const std::vector<std::string> path = key_path(key != nullptr ? key : "");
-  const std::optional<std::string> text = path.empty() ? std::nullopt : read_file(database_path);
+  const std::string name = key != nullptr ? key : "";
+  const std::vector<std::string> path = key_path(name);
+  if (path.empty()) {
+    return {};
+  }
+  const std::optional<std::string> text = read_file(database_path);
+  remember_reading(name, text.has_value());
   const XmlDocument database = text ? parse_database(*text) : nullptr;
   return database ? find_value(database.get(), path).value_or("") : std::string();
 }
@@ -85,7 +103,7 @@ XmlDocument open_for_change() {
 
 void set_value(const std::string &key, const std::string &value) {
   const std::vector<std::string> path = key_path(key);
-  if (path.empty() || !nasshare::xml_can_hold(value)) {
+  if (path.empty() || !nasshare::xml_can_hold(value) || unread_keys.contains(key)) {
     return;
   }
   const FolderLock folder(folder_path);

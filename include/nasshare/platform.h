@@ -21,7 +21,8 @@ extern "C" {
 int xml_get_int(const char *key);
 /* Copies the value into destination (size bytes, always terminated); empty when the key is absent. */
 void xml_get_str(const char *key, int size, char *destination);
-/* Stores the value. */
+/* Stores the value. The reference platform leaves a value alone whose last reading by this program failed:
+   what comes then is a default for something that is there. */
 void xml_set_str(const char *key, const char *value);
 
 /* Installed add-on packages. MODX_COMMAND(1, 0) and MODX_ReadAllXml() fill the list behind p_lib_list,

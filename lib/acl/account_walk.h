@@ -10,7 +10,9 @@
 namespace nasshare {
 
 template <class Visit> void each_account(Visit visit) {
+  errno = 0;
   setpwent();
+  note_trouble_of_errno();
   for (;;) {
     errno = 0;
     const auto *account = getpwent();
@@ -24,7 +26,9 @@ template <class Visit> void each_account(Visit visit) {
 }
 
 template <class Visit> void each_group(Visit visit) {
+  errno = 0;
   setgrent();
+  note_trouble_of_errno();
   for (;;) {
     errno = 0;
     const auto *group = getgrent();

@@ -34,11 +34,13 @@ int hidden_filter_dir(const dirent *entry) {
   return entry != nullptr && std::string_view(entry->d_name).starts_with("HD_") ? 1 : 0;
 }
 
-void cp_xml_to_hidden(void) {
+bool nasshare::spread_catalogue() {
   // Everybody can write in /tmp: what somebody else put there is no catalogue.
-  if (is_own_file(temporary_share_xml)) {
-    each_hidden_folder(copy_into);
-  }
+  return is_own_file(temporary_share_xml) && each_hidden_folder(copy_into);
+}
+
+void cp_xml_to_hidden(void) {
+  spread_catalogue();
 }
 
 void remove_hidden_smbxml(void) {

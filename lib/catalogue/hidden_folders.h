@@ -4,6 +4,7 @@
 #include "nasshare/catalogue.h"
 #include "support/text.h"
 
+#include <cerrno>
 #include <cstdlib>
 #include <dirent.h>
 
@@ -11,8 +12,8 @@ namespace nasshare {
 
 using HiddenPath = Text<512>; // a name in a folder has at most 255 bytes
 
-// Calls visit(path) for each of them.
-template <class Visit> void each_hidden_folder(Visit visit) {
+// Calls visit(path) for each of them; false when they cannot be listed.
+template <class Visit> bool each_hidden_folder(Visit visit) {
   dirent **entries = nullptr;
   int count = scandir("/mnt", &entries, hidden_filter_dir, alphasort);
   for (int i = 0; i < count; ++i) {
@@ -20,6 +21,11 @@ template <class Visit> void each_hidden_folder(Visit visit) {
     std::free(entries[i]);
   }
   std::free(entries);
+  return count >= 0 || errno == ENOENT;
 }
+
+// Puts the temporary share XML into each of them; false when it is nobody's own file or they cannot be
+// listed.
+bool spread_catalogue();
 
 } // namespace nasshare

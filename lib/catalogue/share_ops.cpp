@@ -1,4 +1,5 @@
 #include "acl/list_text.h"
+#include "catalogue/hidden_folders.h"
 #include "catalogue/share_xml.h"
 #include "catalogue/store_catalogue.h"
 #include "nasshare/acl.h"
@@ -162,8 +163,11 @@ int nasshare::store_catalogue(Print print, ProgramLock &lock) {
   if (!written) {
     return 0;
   }
-  cp_xml_to_hidden();
+  bool spread = spread_catalogue();
   unlink(temporary_share_xml);
+  if (!spread) {
+    return 0;
+  }
   sync();
   lock.release();
   run_smbcom();

@@ -1,5 +1,7 @@
 #include "support/trouble.h"
 
+#include <algorithm>
+#include <array>
 #include <cerrno>
 
 namespace nasshare {
@@ -9,8 +11,8 @@ namespace {
 bool troubled = false;
 
 bool passes_by(int error) {
-  return error == EMFILE || error == ENFILE || error == ENOMEM || error == EIO || error == EAGAIN ||
-         error == EINTR;
+  constexpr std::array<int, 7> errors{EMFILE, ENFILE, ENOMEM, ENOSPC, EIO, EAGAIN, EINTR};
+  return std::ranges::find(errors, error) != errors.end();
 }
 
 } // namespace
