@@ -5,8 +5,10 @@
 #include "config_tree.h"
 #include "support/store.h"
 #include "support/text.h"
+#include "support/trouble.h"
 #include "support/xml.h"
 
+#include <cerrno>
 #include <charconv>
 #include <limits>
 #include <set>
@@ -33,27 +35,72 @@ XmlDocument parse_database(std::string_view text) {
 
 // Keys whose last reading failed. A program takes such a value for missing and may want to store its default:
 // that must not replace a value that is there.
-std::set<std::string, std::less<>> unread_keys;
-
-void remember_reading(const std::string &key, bool read) {
-  if (read) {
-    unread_keys.erase(key);
-  } else {
-    unread_keys.insert(key);
+class UnreadKeys {
+public:
+  void remember(const char *key, bool unread) noexcept {
+    try {
+      if (unread) {
+        keys_.insert(key);
+      } else {
+        keys_.erase(key);
+      }
+    } catch (...) { // memory is too short to tell one key from another
+      all_ = all_ || unread;
+    }
   }
-}
+  [[nodiscard]] bool contain(const std::string &key) const { return all_ || keys_.contains(key); }
 
-std::string value_of(const char *key) {
-  const std::string name = key != nullptr ? key : "";
-  const std::vector<std::string> path = key_path(name);
+private:
+  std::set<std::string> keys_;
+  bool all_ = false;
+};
+
+UnreadKeys unread_keys;
+
+struct Reading {
+  std::string value;
+  int error = 0; // what kept the database from being read, as errno has it
+};
+
+Reading read_value(const char *key) {
+  const std::vector<std::string> path = key_path(key);
   if (path.empty()) {
     return {};
   }
   const std::optional<std::string> text = read_file(database_path);
-  remember_reading(name, text.has_value());
-  const XmlDocument database = text ? parse_database(*text) : nullptr;
-  return database ? find_value(database.get(), path).value_or("") : std::string();
+  if (!text) {
+    return {{}, errno};
+  }
+  nasshare::load_begins();
+  const XmlDocument database = parse_database(*text);
+  if (nasshare::load_was_troubled()) {
+    return {{}, ENOMEM};
+  }
+  return {database ? find_value(database.get(), path).value_or("") : ""};
 }
+
+Reading reading_of(const char *key) noexcept {
+  if (key == nullptr) {
+    return {};
+  }
+  Reading reading;
+  try {
+    reading = read_value(key);
+  } catch (...) {
+    reading = {{}, ENOMEM};
+  }
+  unread_keys.remember(key, reading.error != 0);
+  return reading;
+}
+
+// Tells the caller through errno that a value is unknown rather than absent; else errno stays as it was.
+class Errno {
+public:
+  void tell(const Reading &reading) const { errno = reading.error != 0 ? reading.error : before_; }
+
+private:
+  int before_ = errno;
+};
 
 std::string_view without_blanks_around(std::string_view text) {
   const size_t begin = text.find_first_not_of(" \t\r\n");
@@ -85,7 +132,7 @@ bool reads_back(std::string_view text, const std::vector<std::string> &path, con
 
 // A database that cannot be parsed is kept as config.xml.bad for whoever wants to mend it, and a new one is
 // begun: an appliance that could store nothing any more would be worse off. The file only counts as broken
-// when it was read whole.
+// when it was read whole, and with memory enough to understand it.
 XmlDocument open_for_change() {
   const std::optional<std::string> text = read_file(database_path);
   if (!text) {
@@ -94,8 +141,9 @@ XmlDocument open_for_change() {
   if (without_blanks_around(*text).empty()) {
     return nasshare::new_xml(root_name);
   }
+  nasshare::load_begins();
   XmlDocument database = parse_database(*text);
-  if (!database && keep_aside(database_path, broken_path)) {
+  if (!database && !nasshare::load_was_troubled() && keep_aside(database_path, broken_path)) {
     database = nasshare::new_xml(root_name);
   }
   return database;
@@ -103,7 +151,7 @@ XmlDocument open_for_change() {
 
 void set_value(const std::string &key, const std::string &value) {
   const std::vector<std::string> path = key_path(key);
-  if (path.empty() || !nasshare::xml_can_hold(value) || unread_keys.contains(key)) {
+  if (path.empty() || !nasshare::xml_can_hold(value) || unread_keys.contain(key)) {
     return;
   }
   const FolderLock folder(folder_path);
@@ -122,23 +170,20 @@ void set_value(const std::string &key, const std::string &value) {
 } // namespace platform
 
 extern "C" int xml_get_int(const char *key) {
-  try {
-    return platform::number_in(platform::value_of(key));
-  } catch (...) {
-    return 0;
-  }
+  const platform::Errno error;
+  const platform::Reading reading = platform::reading_of(key);
+  error.tell(reading);
+  return platform::number_in(reading.value);
 }
 
 extern "C" void xml_get_str(const char *key, int size, char *destination) {
   if (destination == nullptr || size <= 0) {
     return;
   }
-  destination[0] = '\0';
-  try {
-    nasshare::assign({destination, static_cast<std::size_t>(size)}, platform::value_of(key));
-  } catch (...) {
-    destination[0] = '\0';
-  }
+  const platform::Errno error;
+  const platform::Reading reading = platform::reading_of(key);
+  nasshare::assign({destination, static_cast<std::size_t>(size)}, reading.value);
+  error.tell(reading);
 }
 
 extern "C" void xml_set_str(const char *key, const char *value) {

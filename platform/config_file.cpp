@@ -23,7 +23,7 @@ int lock_folder(const char *path) {
 } // namespace
 
 std::optional<std::string> read_file(const char *path) {
-  const nasshare::Descriptor file(open(path, O_RDONLY | O_CLOEXEC));
+  nasshare::Descriptor file(open(path, O_RDONLY | O_CLOEXEC));
   if (!file) {
     return errno == ENOENT ? std::optional<std::string>(std::string()) : std::nullopt;
   }
@@ -37,6 +37,9 @@ std::optional<std::string> read_file(const char *path) {
     if (count > 0) {
       text.append(block.data(), static_cast<std::size_t>(count));
     } else if (errno != EINTR) {
+      const int error = errno;
+      file.close();
+      errno = error;
       return std::nullopt;
     }
   }

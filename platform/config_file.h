@@ -8,7 +8,8 @@
 
 namespace platform {
 
-// The file's whole text. An empty optional when it cannot be read; an absent file is an empty text.
+// The file's whole text. An empty optional when it cannot be read, and errno says why; an absent file is an
+// empty text.
 std::optional<std::string> read_file(const char *path);
 
 // A lock on a folder, held while a file below it is read, changed and replaced. Creates the folder.

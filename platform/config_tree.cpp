@@ -49,7 +49,7 @@ bool set_own_text(xmlNode *element, const std::string &value) {
   if (value.empty()) {
     return true;
   }
-  xmlNode *text = xmlNewDocText(element->doc, as_xml(value));
+  xmlNode *text = nasshare::new_text(element->doc, value.c_str());
   if (text == nullptr) {
     return false;
   }

@@ -15,7 +15,12 @@ extern "C" {
 #endif
 #pragma GCC visibility push(default)
 
-/* Configuration database. Keys are paths such as "/system_mgr/samba/workgroup". */
+/* Configuration database. Keys are paths such as "/system_mgr/samba/workgroup".
+   When the database cannot be read now, for want of descriptors or memory or because a disk fails (EMFILE,
+   ENFILE, ENOMEM, EIO), the answer is that of an absent key and errno is set to the reason; otherwise errno
+   is left alone. nasshare sets errno to 0 beforehand, and changes no stored file when it does not know
+   whether the appliance is in domain mode. A database that leaves errno alone altogether is read as if it
+   never failed. */
 
 /* The value as a decimal integer; 0 when the key is absent or no number. */
 int xml_get_int(const char *key);

@@ -4,8 +4,8 @@
 #include "catalogue/store_catalogue.h"
 #include "nasshare/acl.h"
 #include "nasshare/catalogue.h"
-#include "nasshare/platform.h"
 #include "nasshare/support.h"
+#include "support/configuration.h"
 #include "support/debug.h"
 #include "support/linked_list.h"
 #include "support/text.h"
@@ -62,7 +62,7 @@ private:
 
 // In domain mode the lists are kept as they are: they name domain accounts.
 void normalise_lists(smb_share &record) {
-  pss->ads_enable = xml_get_int("/system_mgr/samba/ads_enable");
+  pss->ads_enable = configured_number("/system_mgr/samba/ads_enable");
   if (pss->ads_enable != 1) {
     pss->ads_enable = 0;
     rebuld_input_data(&record);

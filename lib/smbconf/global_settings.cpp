@@ -1,5 +1,6 @@
 #include "nasshare/platform.h"
 #include "nasshare/smbconf.h"
+#include "support/configuration.h"
 #include "support/debug.h"
 #include "support/network_interface.h"
 #include "support/owners.h"
@@ -24,7 +25,7 @@ void read_setting(const char *key, char (&field)[512]) {
 }
 
 int read_switch(const char *key) {
-  return xml_get_int(key) == 1 ? 1 : 0;
+  return configured_number(key) == 1 ? 1 : 0;
 }
 
 void read_names() {

@@ -15,6 +15,7 @@
 #include <optional>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
 
 namespace nasshare {
 
@@ -28,18 +29,32 @@ const xmlChar *xml(const char *text) {
 constexpr int parse_options =
     XML_PARSE_NOBLANKS | XML_PARSE_NODICT | XML_PARSE_NOERROR | XML_PARSE_NOWARNING | XML_PARSE_NONET;
 
-void say_nothing(void * /*context*/, xmlErrorPtr /*error*/) {}
-
-// Errors of character conversion come without a context, past the options: while the parser runs the
-// program's handler is put aside.
-class QuietParser {
+// While libxml2 works, the program's error handler is put aside: errors of character conversion come without
+// a context, past the options, and nothing is to be printed. Short of memory libxml2 often goes on with less
+// than it was given, and tells only the handler.
+class QuietLibrary {
 public:
-  QuietParser() { xmlSetStructuredErrorFunc(nullptr, say_nothing); }
-  QuietParser(const QuietParser &) = delete;
-  QuietParser &operator=(const QuietParser &) = delete;
-  ~QuietParser() { xmlSetStructuredErrorFunc(context_, handler_); }
+  QuietLibrary() { xmlSetStructuredErrorFunc(&short_of_memory_, see); }
+  QuietLibrary(const QuietLibrary &) = delete;
+  QuietLibrary &operator=(const QuietLibrary &) = delete;
+  ~QuietLibrary() {
+    xmlSetStructuredErrorFunc(context_, handler_);
+    if (short_of_memory_) {
+      note_trouble();
+    }
+  }
+
+  void see_shortage() { short_of_memory_ = true; }
+  [[nodiscard]] bool short_of_memory() const { return short_of_memory_; }
 
 private:
+  static void see(void *short_of_memory, xmlErrorPtr error) {
+    if (error->code == XML_ERR_NO_MEMORY) {
+      *static_cast<bool *>(short_of_memory) = true;
+    }
+  }
+
+  bool short_of_memory_ = false;
   void *context_ = xmlStructuredErrorContext;
   xmlStructuredErrorFunc handler_ = xmlStructuredError;
 };
@@ -91,22 +106,27 @@ private:
   std::size_t size_ = 0;
 };
 
+XmlDocument parse_once(std::string_view text) {
+  QuietLibrary library;
+  const ParserContext parser(xmlNewParserCtxt());
+  XmlDocument document(parser ? xmlCtxtReadMemory(parser.get(), text.data(), static_cast<int>(text.size()),
+                                                  nullptr, nullptr, parse_options)
+                              : nullptr);
+  if (!parser || parser->errNo == XML_ERR_NO_MEMORY) {
+    library.see_shortage();
+  }
+  return library.short_of_memory() ? nullptr : std::move(document);
+}
+
 } // namespace
 
 XmlDocument parse_xml(std::string_view text) {
   if (text.size() > INT_MAX) {
     return nullptr;
   }
-  const QuietParser quiet;
-  ParserContext parser(xmlNewParserCtxt());
-  XmlDocument document(parser ? xmlCtxtReadMemory(parser.get(), text.data(), static_cast<int>(text.size()),
-                                                  nullptr, nullptr, parse_options)
-                              : nullptr);
-  if (!parser || parser->errNo == XML_ERR_NO_MEMORY) {
-    note_trouble();
-    return nullptr;
-  }
-  return document;
+  auto document = parse_once(text);
+  // Short of memory the parser may see an error of syntax where there is none.
+  return document ? std::move(document) : parse_once(text);
 }
 
 XmlDocument load_xml(const char *path) {
@@ -131,9 +151,10 @@ xmlNode *element_from(xmlNode *node) {
 
 ChildText::ChildText(xmlNode *parent, const char *name) {
   if (auto *child = child_element(parent, name)) {
+    QuietLibrary library;
     text_.reset(xmlNodeGetContent(child));
     if (!text_) {
-      note_trouble();
+      library.see_shortage();
     }
   }
 }
@@ -150,13 +171,33 @@ void read_child_list(xmlNode *parent, const char *name, std::span<char> field) {
   assign_list(field, ChildText(parent, name).view());
 }
 
-XmlDocument new_xml(const char *root) {
-  XmlDocument document(xmlNewDoc(xml("1.0")));
-  auto *node = document ? xmlNewNode(nullptr, xml(root)) : nullptr;
-  if (node == nullptr) {
+namespace {
+
+// libxml2 hands out elements without a name and texts without a content when memory is short.
+xmlNode *new_element(const char *name) {
+  const QuietLibrary library;
+  auto *element = xmlNewNode(nullptr, xml(name));
+  if (element != nullptr && element->name == nullptr) {
+    xmlFreeNode(element);
     return nullptr;
   }
-  xmlDocSetRootElement(document.get(), node);
+  return element;
+}
+
+XmlDocument empty_document() {
+  const QuietLibrary library;
+  return XmlDocument(xmlNewDoc(xml("1.0")));
+}
+
+} // namespace
+
+XmlDocument new_xml(const char *root) {
+  auto document = empty_document();
+  auto *element = document ? new_element(root) : nullptr;
+  if (element == nullptr) {
+    return nullptr;
+  }
+  xmlDocSetRootElement(document.get(), element);
   return document;
 }
 
@@ -262,9 +303,12 @@ void move_character(std::string_view &rest, ContentText &content) {
 }
 
 bool add_content(xmlNode *parent, const char *name, const ContentText &content) {
-  // An empty field is an empty element, without a text in it.
-  return xmlNewTextChild(parent, nullptr, xml(name), content.empty() ? nullptr : xml(content.c_str())) !=
-         nullptr;
+  auto *element = add_element(parent, name);
+  if (element == nullptr || content.empty()) {
+    return element != nullptr; // an empty field is an empty element, without a text in it
+  }
+  auto *text = new_text(element->doc, content.c_str());
+  return text != nullptr && xmlAddChild(element, text) != nullptr;
 }
 
 } // namespace
@@ -281,7 +325,18 @@ bool xml_can_hold(std::string_view text) {
 }
 
 xmlNode *add_element(xmlNode *parent, const char *name) {
-  return xmlNewChild(parent, nullptr, xml(name), nullptr);
+  auto *element = new_element(name);
+  return element == nullptr ? nullptr : xmlAddChild(parent, element);
+}
+
+xmlNode *new_text(xmlDoc *document, const char *content) {
+  const QuietLibrary library;
+  auto *text = xmlNewDocText(document, xml(content));
+  if (text != nullptr && text->content == nullptr) {
+    xmlFreeNode(text);
+    return nullptr;
+  }
+  return text;
 }
 
 bool add_text(xmlNode *parent, const char *name, std::string_view text) {
@@ -310,10 +365,12 @@ bool add_number(xmlNode *parent, const char *name, std::int32_t value) {
 }
 
 XmlText compose_xml(xmlDoc *document) {
+  const QuietLibrary library;
   xmlChar *bytes = nullptr;
   int size = 0;
   xmlDocDumpFormatMemoryEnc(document, &bytes, &size, "UTF-8", 1);
-  return XmlText(bytes);
+  XmlText text(bytes);
+  return library.short_of_memory() ? nullptr : std::move(text);
 }
 
 bool store_xml(xmlDoc *document, const char *path) {

@@ -19,7 +19,7 @@ using XmlDocument = std::unique_ptr<xmlDoc, FreeDocument>;
 // The parsed file, or null when it is missing, no regular file or not well-formed. Nothing is printed.
 XmlDocument load_xml(const char *path);
 
-// The parsed text, or null when it is not well-formed.
+// The parsed text, or null when it is not well-formed or memory is short; the latter is noted as trouble.
 XmlDocument parse_xml(std::string_view text);
 
 // The first child element of that name, or null; null for a null parent.
@@ -57,6 +57,9 @@ XmlDocument new_xml(const char *root);
 
 // Adds an empty child element; null when memory is short.
 xmlNode *add_element(xmlNode *parent, const char *name);
+
+// A text for an element of the document; null when memory is short.
+xmlNode *new_text(xmlDoc *document, const char *content);
 
 // Add a child element holding that text, whatever it is; bytes that XML cannot hold become U+FFFD. False
 // when memory is short.

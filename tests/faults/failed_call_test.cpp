@@ -83,6 +83,10 @@ TEST(FailedCall, ChangingAnAccountKeepsTheOldFilesOrStoresTheNew) {
   expect_to_endure(changing_an_account());
 }
 
+TEST(FailedCall, AddingAShareInDomainModeKeepsTheOldFilesOrStoresTheNew) {
+  expect_to_endure(adding_a_share_in_domain_mode(), make_domain_appliance());
+}
+
 TEST(FailedCall, AddingALinkKeepsTheOldFilesOrStoresTheNew) {
   expect_to_endure(adding_a_link());
 }

@@ -1,11 +1,13 @@
 // The configuration database: values, odd keys and values, and a file that is replaced whole or not at all.
 #include "nasshare/platform.h"
 
+#include "../support/descriptor_limit.h"
 #include "appliance.h"
 #include "output.h"
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <climits>
 #include <string>
 #include <vector>
@@ -151,6 +153,32 @@ TEST(ConfigDatabase, MissingArgumentsAreAbsentValues) {
   xml_set_str(nullptr, "x");
   xml_set_str("/hw_ver", nullptr);
   EXPECT_EQ(xml_get_int("/hw_ver"), 7);
+}
+
+TEST(ConfigDatabase, WhatKeepsAValueFromBeingReadIsInErrno) {
+  write_database("<config><system_mgr><samba><ads_enable>1</ads_enable></samba></system_mgr></config>");
+  const DescriptorLimit limit(0);
+  errno = 0;
+  EXPECT_EQ(xml_get_int("/system_mgr/samba/ads_enable"), 0);
+  EXPECT_EQ(errno, EMFILE);
+  errno = 0;
+  EXPECT_EQ(value(workgroup), "");
+  EXPECT_EQ(errno, EMFILE);
+}
+
+TEST(ConfigDatabase, ErrnoStaysAsItWasWhenTheDatabaseIsRead) {
+  for (const char *text : {"<config><hw_ver>7</hw_ver></config>", "<config/>", "<config>broken"}) {
+    write_database(text);
+    errno = EDOM;
+    xml_get_int("/hw_ver");
+    EXPECT_EQ(errno, EDOM) << text;
+    value("/hw_ver");
+    EXPECT_EQ(errno, EDOM) << text;
+  }
+  Appliance{}.remove(database);
+  errno = EDOM;
+  xml_get_int("/hw_ver");
+  EXPECT_EQ(errno, EDOM) << "no database";
 }
 
 // ---- Keys

@@ -1,0 +1,294 @@
+/* Each allocation of the libraries fails in turn, alone or with all that follow, in the process that changes
+   stored files or reads them. */
+#include "failing_memory.h"
+#include "findings.h"
+#include "verdict.h"
+
+#include "../ads/domain_settings.h"
+#include "../special/iso_catalogue.h"
+#include "appliance.h"
+#include "files.h"
+#include "share.h"
+
+#include "nasshare/nasshare.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <functional>
+#include <string>
+#include <utility>
+
+#include <grp.h>
+#include <pwd.h>
+#include <sys/mman.h>
+
+namespace {
+
+/* A flag that a child process sets for its parent. */
+class SharedFlag {
+public:
+  SharedFlag()
+      : flag_(static_cast<bool *>(
+            mmap(nullptr, sizeof(bool), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0))) {}
+  ~SharedFlag() { munmap(flag_, sizeof(bool)); }
+  SharedFlag(const SharedFlag &) = delete;
+  SharedFlag &operator=(const SharedFlag &) = delete;
+  [[nodiscard]] bool *get() const { return flag_; }
+
+private:
+  bool *flag_;
+};
+
+Interrupted run_short(int n, Shortage shortage, const Function &function) {
+  const SharedFlag came;
+  Interrupted end = run_alone([&] {
+    fail_allocation(n, shortage, came.get());
+    const int answer = function();
+    fail_no_allocation();
+    return answer;
+  });
+  end.reached = *came.get();
+  return end;
+}
+
+struct Endured {
+  int failures = 0;
+  Findings findings;
+};
+
+/* `judge` says what is wrong afterwards. */
+Endured fail_each(const std::function<void()> &begin, const Function &run,
+                  const std::function<std::string(const Interrupted &)> &judge) {
+  Endured endured;
+  for (const auto &[shortage, name] :
+       {std::pair{Shortage::once, "only "}, std::pair{Shortage::from_then_on, "from "}}) {
+    for (int n = 1;; ++n) {
+      begin();
+      const Interrupted end = run_short(n, shortage, run);
+      if (!end.reached)
+        break;
+      ++endured.failures;
+      endured.findings.add(name + std::to_string(n), judge(end));
+    }
+  }
+  return endured;
+}
+
+/* The C library's first look-up of an account follows a null pointer when memory is short. */
+void look_up_an_account() {
+  getpwnam("nobody");
+  getgrnam("nogroup");
+}
+
+void expect_nothing_found(const std::string &name, const Endured &endured) {
+  EXPECT_TRUE(endured.findings.text().empty()) << endured.findings.text();
+  EXPECT_GT(endured.failures, 2);
+  std::printf("%s: %d allocations failed\n", name.c_str(), endured.failures);
+}
+
+/* The change keeps the old files or stores the new ones, and tells which. */
+void expect_change_to_endure(const Change &change, const Files &before = make_appliance()) {
+  if (!watch_allocations())
+    GTEST_SKIP() << "references to functions of libraries cannot be turned on this processor";
+  look_up_an_account();
+  change.prepare();
+  Verdict verdict(change, before);
+  const Endured endured = fail_each([&] { verdict.begin(); }, change.run,
+                                    [&](const Interrupted &end) { return verdict.after_failure(end); });
+  expect_nothing_found(change.name, endured);
+}
+
+std::string ending_of(const Interrupted &end) {
+  constexpr int without_volume = 255; // the load saw no disk or no volume
+  return end.answered || end.status == without_volume
+             ? ""
+             : "ended with status " + std::to_string(end.status) + "\n" + end.messages.substr(0, 2000);
+}
+
+/* What changes nothing that is stored neither does so now, and ends. */
+void expect_to_endure(const std::string &name, const std::function<void()> &use,
+                      const Files &before = make_appliance()) {
+  if (!watch_allocations())
+    GTEST_SKIP() << "references to functions of libraries cannot be turned on this processor";
+  look_up_an_account();
+  const auto run = [&use] {
+    use();
+    return 1;
+  };
+  const Endured endured = fail_each([] {}, run,
+                                    [&before](const Interrupted &end) {
+                                      const std::string wrong = ending_of(end);
+                                      return wrong.empty() && stored_files() != before
+                                                 ? std::string("the stored files have changed\n")
+                                                 : wrong;
+                                    });
+  expect_nothing_found(name, endured);
+}
+
+} // namespace
+
+/* ---- Changes. ---- */
+
+TEST(FailedAllocation, AddingAShareKeepsTheOldFilesOrStoresTheNew) {
+  expect_change_to_endure(adding_a_share());
+}
+
+TEST(FailedAllocation, ModifyingAShareKeepsTheOldFilesOrStoresTheNew) {
+  expect_change_to_endure(modifying_a_share());
+}
+
+TEST(FailedAllocation, DeletingAShareKeepsTheOldFilesOrStoresTheNew) {
+  expect_change_to_endure(deleting_a_share());
+}
+
+TEST(FailedAllocation, ChangingAnAccountKeepsTheOldFilesOrStoresTheNew) {
+  expect_change_to_endure(changing_an_account());
+}
+
+TEST(FailedAllocation, AddingAShareInDomainModeKeepsTheOldFilesOrStoresTheNew) {
+  expect_change_to_endure(adding_a_share_in_domain_mode(), make_domain_appliance());
+}
+
+TEST(FailedAllocation, AddingALinkKeepsTheOldFilesOrStoresTheNew) {
+  expect_change_to_endure(adding_a_link());
+}
+
+TEST(FailedAllocation, RenamingAGroupKeepsTheOldFilesOrStoresTheNew) {
+  expect_change_to_endure(renaming_a_group());
+}
+
+TEST(FailedAllocation, StoringAValueKeepsTheOldFileOrStoresTheNew) {
+  expect_change_to_endure(storing_a_value());
+}
+
+/* ---- Everything else that allocates. ---- */
+
+TEST(FailedAllocation, PublishingTheCatalogueGoesOn) {
+  make_appliance();
+  const Appliance machine;
+  mounted_images({{.name = "film", .hd_serial = "WD-TESTDISK0001"}});
+  Appliance{}.file("/etc/NAS_CFG/p2psettings.xml",
+                   "<config><settings><save_path>/mnt/HD/HD_a2/x</save_path></settings></config>");
+  expect_to_endure(
+      "smb.conf",
+      [] {
+        get_samba_info2();
+        create_iso_share();
+        create_p2p_share();
+        create_smb_conf();
+        create_recycle_user_directory("/mnt/HD/HD_a2/recycle");
+        Free_All_List();
+      },
+      stored_files());
+}
+
+TEST(FailedAllocation, AddOnPackagesAreReadOrNot) {
+  make_appliance();
+  Appliance{}.file("/etc/NAS_CFG/packages.xml",
+                   "<packages><package><name>aMule</name><path>/mnt/HD/HD_a2/p</path></package></packages>");
+  expect_to_endure(
+      "packages",
+      [] {
+        MODX_ReadAllXml();
+        MODX_FreeAllXml();
+      },
+      stored_files());
+}
+
+TEST(FailedAllocation, QuestionsAreAnswered) {
+  expect_to_endure("questions", [] {
+    chk_share("Music");
+    chk_name_path("Music", "/mnt/HD/HD_a2/Music");
+    chk_dfs_node_exist("Media", "songs");
+    chk_dfs_group_exist("Media");
+    create_dfs_link();
+  });
+}
+
+TEST(FailedAllocation, ListsStayWhole) {
+  expect_to_endure("lists", [] {
+    const Share share{"Music"};
+    Insert_Smb_Node(share);
+    Insert_Smb_Node(Share{"Photos"});
+    Remove_Smb_Node_By_Name("Music");
+    Free_All_List();
+
+    Insert_Name_Node("one");
+    Insert_Name_Node("two");
+    Delete_Name_Node(Check_Name_Node("one"));
+    Free_Name_List();
+
+    insert_acnt_node("Music", 1);
+    smb_ac_node control = {};
+    control.read[0] = 'a';
+    ac_put_acnt(&control);
+    free_acnt_list();
+
+    smb_ac_list controls = {};
+    pacl = &controls;
+    ac_add_node(&control);
+    ac_remove_all();
+    pacl = nullptr;
+
+    const smb_dfs_node link = {};
+    dfs_add_node(&link);
+    dfs_add_node(nullptr);
+    dfs_remove_all();
+    free(dfs_get_node());
+    free(get_acnt_node());
+    free(ac_get_node());
+  });
+}
+
+TEST(FailedAllocation, ADomainIsJoinedAndLeftOrNot) {
+  make_domain_appliance();
+  for (const char *command : {"net", "kinit", "winbindd", "wbinfo", "killall", "smb", "pkill"})
+    Appliance{}.script(command, ":");
+  in_a_domain();
+  expect_to_endure(
+      "domain",
+      [] {
+        ads_create_krb5_conf();
+        ads_create_nsswitch_conf();
+        ads_create_pam_samba(1);
+        ads_kinit();
+        ads_join_domain();
+        ads_check_user("dora");
+        ads_check_group("Sales Team");
+        check_hd();
+        ads_check_user_group();
+        Free_All_List();
+      },
+      stored_files());
+}
+
+TEST(FailedAllocation, AHostIsBrowsedOrNot) {
+  make_appliance();
+  Appliance{}.script("smbclient", "printf 'Disk|music|songs\\nDisk|films|\\n'");
+  expect_to_endure(
+      "browsing", [] { get_host_share_name("nas1"); }, stored_files());
+}
+
+/* ---- The failures find what they are for. ---- */
+
+/* A program that takes a file that it had no memory to read for an empty one. */
+TEST(FailedAllocation, ALossIsFound) {
+  if (!watch_allocations())
+    GTEST_SKIP() << "references to functions of libraries cannot be turned on this processor";
+  const Files before = make_appliance();
+  Change change = storing_a_value();
+  change.run = [path = change.after.begin()->first, fresh = change.after.begin()->second] {
+    FILE *file = fopen(path.c_str(), "re"); // allocates its stream
+    const bool read = file != nullptr;
+    if (read)
+      fclose(file);
+    files::write(path, read ? fresh : "");
+    return 1;
+  };
+  Verdict verdict(change, before);
+  const Endured endured = fail_each([&] { verdict.begin(); }, change.run,
+                                    [&](const Interrupted &end) { return verdict.after_failure(end); });
+  EXPECT_NE(endured.findings.text().find("config.xml is neither the old nor the new file"), std::string::npos)
+      << endured.findings.text();
+}
