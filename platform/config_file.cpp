@@ -47,6 +47,13 @@ std::optional<std::string> read_file(const char *path) {
 
 FolderLock::FolderLock(const char *folder) : folder_(lock_folder(folder)) {}
 
+// A process that was forked meanwhile has the folder open too and must not keep the lock.
+FolderLock::~FolderLock() {
+  if (folder_) {
+    flock(folder_.get(), LOCK_UN);
+  }
+}
+
 bool keep_aside(const char *path, const char *aside) {
   unlink(aside);
   return link(path, aside) == 0;

@@ -16,6 +16,9 @@ std::optional<std::string> read_file(const char *path);
 class FolderLock {
 public:
   explicit FolderLock(const char *folder);
+  FolderLock(const FolderLock &) = delete;
+  FolderLock &operator=(const FolderLock &) = delete;
+  ~FolderLock();
 
   [[nodiscard]] bool held() const { return static_cast<bool>(folder_); }
 

@@ -17,16 +17,17 @@ extern "C" {
 
 /* Configuration database. Keys are paths such as "/system_mgr/samba/workgroup".
    When the database cannot be read now, for want of descriptors or memory or because a disk fails (EMFILE,
-   ENFILE, ENOMEM, EIO), the answer is that of an absent key and errno is set to the reason; otherwise errno
-   is left alone. nasshare sets errno to 0 beforehand, and changes no stored file when it does not know
-   whether the appliance is in domain mode. A database that leaves errno alone altogether is read as if it
-   never failed. */
+   ENFILE, ENOMEM, EIO, ENOSPC, EUCLEAN, EBADMSG), the answer is that of an absent key and errno is set to the
+   reason; otherwise errno is left alone. nasshare sets errno to 0 beforehand, and changes no stored file when
+   it does not know whether the appliance is in domain mode. A database that leaves errno alone altogether is
+   read as if it never failed. */
 
 /* The value as a decimal integer; 0 when the key is absent or no number. */
 int xml_get_int(const char *key);
 /* Copies the value into destination (size bytes, always terminated); empty when the key is absent. */
 void xml_get_str(const char *key, int size, char *destination);
-/* Stores the value. The reference platform leaves a value alone whose last reading by this program failed:
+/* Stores the value. nasshare may hold its lock on the catalogue meanwhile: what this waits for must not use
+   nasshare itself. The reference platform leaves a value alone whose last reading by this program failed:
    what comes then is a default for something that is there. */
 void xml_set_str(const char *key, const char *value);
 

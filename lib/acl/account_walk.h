@@ -12,7 +12,7 @@ namespace nasshare {
 template <class Visit> void each_account(Visit visit) {
   errno = 0;
   setpwent();
-  note_trouble_of_errno();
+  note_account_error();
   for (;;) {
     errno = 0;
     const auto *account = getpwent();
@@ -21,14 +21,14 @@ template <class Visit> void each_account(Visit visit) {
     }
     visit(*account);
   }
-  note_trouble_of_errno();
+  note_account_error();
   endpwent();
 }
 
 template <class Visit> void each_group(Visit visit) {
   errno = 0;
   setgrent();
-  note_trouble_of_errno();
+  note_account_error();
   for (;;) {
     errno = 0;
     const auto *group = getgrent();
@@ -37,7 +37,7 @@ template <class Visit> void each_group(Visit visit) {
     }
     visit(*group);
   }
-  note_trouble_of_errno();
+  note_account_error();
   endgrent();
 }
 

@@ -17,7 +17,7 @@ template <class Entry> int is_known(Entry *(*look_up)(const char *), const char 
   errno = 0;
   bool known = name != nullptr && look_up(name) != nullptr;
   if (!known) {
-    note_trouble_of_errno();
+    note_account_error();
   }
   return known ? 1 : 0;
 }

@@ -5,7 +5,6 @@
 #include "nasshare/ads.h"
 #include "support/lines.h"
 #include "support/linked_list.h"
-#include "support/owners.h"
 #include "support/text.h"
 
 using namespace nasshare;
@@ -23,7 +22,7 @@ constexpr int most_groups = 200;
 // Whether the command lists exactly that name among its first lines; the lines passed over do not count.
 template <class PassOver>
 bool lists(const char *command, std::string_view name, int most_lines, PassOver pass_over) {
-  Pipe listing(open_output(command));
+  CommandOutput listing(command);
   bool found = false;
   int count = 0;
   for (CommandLines lines(listing.get()); lines.next();) { // to the end, so that the command is not cut off

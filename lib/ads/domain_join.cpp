@@ -2,7 +2,6 @@
 #include "nasshare/ads.h"
 #include "support/debug.h"
 #include "support/lines.h"
-#include "support/owners.h"
 #include "support/text.h"
 
 using namespace nasshare;
@@ -28,7 +27,7 @@ int ads_join_domain(void) {
   Text<3 * name_width> command{"net ads join -U '", view(pss->ads_username), "%", view(pss->ads_password),
                                "' 2>&1"};
   trace_debug("ads join cmd : [%s]\n", command.c_str());
-  Pipe net(open_output(command.c_str()));
+  CommandOutput net(command.c_str());
   if (!net) {
     return not_started;
   }

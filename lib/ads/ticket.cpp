@@ -2,7 +2,6 @@
 #include "nasshare/ads.h"
 #include "support/debug.h"
 #include "support/lines.h"
-#include "support/owners.h"
 #include "support/text.h"
 
 using namespace nasshare;
@@ -35,7 +34,7 @@ int ads_kinit(void) {
   Text<4 * name_width> command{"echo '", view(pss->ads_password), "' | kinit '", view(pss->ads_username),
                                "@",      view(pss->ads_realm),    "' 2>&1"};
   trace_debug("kinit : [%s]\n", command.c_str());
-  Pipe kinit(open_output(command.c_str()));
+  CommandOutput kinit(command.c_str());
   if (!kinit) {
     return not_started;
   }

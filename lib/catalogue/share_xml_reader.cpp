@@ -2,11 +2,10 @@
 #include "catalogue/xml_text.h"
 #include "nasshare/catalogue.h"
 #include "support/debug.h"
+#include "support/presence.h"
 #include "support/text.h"
 #include "support/xml.h"
 #include "volume/volume_kind.h"
-
-#include <unistd.h>
 
 using namespace nasshare;
 
@@ -105,7 +104,7 @@ private:
   // Moves the record to the converted volume; false when its folder was not taken along.
   bool retag(smb_share &share) const {
     if (conversion_.to_mirror || conversion_.to_parity) {
-      if (access(share.path, F_OK) != 0) {
+      if (!is_there(share.path)) {
         return false;
       }
       tag(share, kind_);
@@ -156,7 +155,7 @@ void read_HD_xml(int volume) {
   }
   Text<path_width> path{view(pss->vol_hidden_path[volume]), "/.systemfile/", share_xml_name()};
   list_debug("read_HD_xml: read xml path = %s\n", path.c_str());
-  if (access(path.c_str(), F_OK) != 0) {
+  if (!is_there(path.c_str())) {
     list_debug("read_HD_xml: read path not exist = %s\n", path.c_str());
     return;
   }

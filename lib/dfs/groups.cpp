@@ -1,12 +1,11 @@
-#include "dfs/dfs_xml.h"
+#include "dfs/link_store.h"
 #include "nasshare/acl.h"
 #include "nasshare/dfs.h"
 #include "support/debug.h"
 #include "support/linked_list.h"
+#include "support/presence.h"
 #include "support/program_lock.h"
 #include "support/text.h"
-
-#include <unistd.h>
 
 using namespace nasshare;
 
@@ -35,6 +34,11 @@ smb_name_node *load_and_find(const Name &group) {
   return Check_Name_Node(group.c_str());
 }
 
+// The groups just were.
+bool all_can_be_loaded() {
+  return !load_was_troubled() && links_can_be_loaded();
+}
+
 bool finish(bool done) {
   Free_Name_List();
   return done;
@@ -43,7 +47,8 @@ bool finish(bool done) {
 } // namespace
 
 void read_DFS_group_xml(void) {
-  if (access(group_file, F_OK) == 0) {
+  load_begins();
+  if (is_there(group_file)) {
     Free_Name_List();
     each_dfs_item(group_file, read_group);
   }
@@ -54,7 +59,6 @@ void write_DFS_group_xml(void) {
 }
 
 void get_dfs_group_info(void) {
-  load_begins();
   Free_Name_List();
   read_DFS_group_xml();
 }
@@ -74,7 +78,8 @@ uint32_t chk_dfs_group_exist(const char *group) {
   return given(group) && finish(load_and_find(Name{group}) != nullptr) ? 1 : 0;
 }
 
-// The group file comes first, then the link file: links of a group that is gone are still published.
+// The group file comes first, then the link file: links of a group that is gone are still published. Neither
+// is touched when the links, which follow their group, cannot be loaded.
 uint32_t mod_dfs_group_node(const char *old_group, const char *new_group) {
   if (!given(old_group) || !given(new_group)) {
     return 0;
@@ -84,7 +89,7 @@ uint32_t mod_dfs_group_node(const char *old_group, const char *new_group) {
   const Name from{old_group};
   const Name to{new_group};
   auto *entry = load_and_find(from);
-  bool renamed = entry != nullptr && is_storable(to.view());
+  bool renamed = entry != nullptr && is_storable(to.view()) && all_can_be_loaded();
   if (renamed) {
     assign(entry->name, to.view());
     renamed = store_groups(Form::text);
@@ -99,7 +104,7 @@ uint32_t del_dfs_group_node(const char *group) {
   const ProgramLock lock(dfs_groups_lock);
   const Name name{group};
   auto *entry = load_and_find(name);
-  bool deleted = entry != nullptr;
+  bool deleted = entry != nullptr && all_can_be_loaded();
   if (deleted) {
     Delete_Name_Node(entry);
     deleted = store_groups(Form::text);

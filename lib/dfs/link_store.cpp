@@ -2,10 +2,9 @@
 
 #include "nasshare/dfs.h"
 #include "support/linked_list.h"
+#include "support/presence.h"
 #include "support/text.h"
 #include "support/trouble.h"
-
-#include <unistd.h>
 
 using namespace nasshare;
 
@@ -33,8 +32,16 @@ bool nasshare::store_links(Form form) {
   });
 }
 
+bool nasshare::links_can_be_loaded() {
+  read_DFS_xml();
+  bool loaded = !load_was_troubled();
+  dfs_remove_all();
+  return loaded;
+}
+
 void read_DFS_xml(void) {
-  if (access(link_file, F_OK) == 0) {
+  load_begins();
+  if (is_there(link_file)) {
     dfs_remove_all();
     each_dfs_item(link_file, read_link);
   }
@@ -45,7 +52,6 @@ void write_DFS_xml(void) {
 }
 
 void get_dfs_info(void) {
-  load_begins();
   dfs_remove_all();
   read_DFS_xml();
   dfs_print_all();

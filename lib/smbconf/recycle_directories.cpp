@@ -40,7 +40,7 @@ void make_for(const char *root, std::initializer_list<std::string_view> name, ui
 
 void make_for_domain_users(const char *root) {
   make_for(root, {"nobody"}, guest_id, guest_id);
-  Pipe users(open_output("wbinfo -z"));
+  CommandOutput users("wbinfo -z");
   for (CommandLines lines(users.get()); lines.next();) {
     auto user = parse_domain_user(lines.line());
     if (user && user->uid >= first_domain_id && user->gid >= first_domain_id) {

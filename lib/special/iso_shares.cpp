@@ -2,11 +2,10 @@
 #include "nasshare/catalogue.h"
 #include "nasshare/special.h"
 #include "support/debug.h"
+#include "support/presence.h"
 #include "support/text.h"
 #include "support/xml.h"
 #include "volume/volume_kind.h"
-
-#include <unistd.h>
 
 using namespace nasshare;
 
@@ -33,7 +32,7 @@ public:
     read_recovered(item, "comment", share.comment);
     read_recovered(item, "mount_path", share.path);
     if (verdict == Verdict::check_mount) {
-      if (access(share.path, F_OK) != 0) {
+      if (!is_there(share.path)) {
         return;
       }
       tag(share, mirroring);

@@ -2,7 +2,6 @@
 #include "nasshare/special.h"
 #include "support/debug.h"
 #include "support/lines.h"
-#include "support/owners.h"
 #include "support/text.h"
 
 #include <unistd.h>
@@ -60,7 +59,7 @@ int get_host_share_name(const char *host) {
   Free_Name_List();
   Text<2 * path_width> command{smbclient, " -gNL \"", name.view(), "\" 2>&1"};
   trace_debug("cmd = [%s]\n", command.c_str());
-  Pipe listing(open_output(command.c_str()));
+  CommandOutput listing(command.c_str());
   if (!listing) {
     return 0;
   }

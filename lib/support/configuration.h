@@ -13,7 +13,7 @@ inline int configured_number(const char *key) {
   errno = 0;
   int value = xml_get_int(key);
   if (value == 0) {
-    note_trouble_of_errno();
+    note_setting_error();
   }
   return value;
 }

@@ -3,22 +3,48 @@
 #include "nasshare/support.h"
 #include "support/trouble.h"
 
+#include <csignal>
+#include <sys/wait.h>
+
 namespace nasshare {
 
 FILE *open_lines(const char *path) {
   FILE *file = std::fopen(path, "re");
   if (file == nullptr) {
-    note_trouble_of_errno();
+    note_file_error();
   }
   return file;
 }
 
-FILE *open_output(const char *command) {
-  FILE *output = popen(command, "re");
-  if (output == nullptr) {
+CommandOutput::CommandOutput(const char *command) : pipe_(popen(command, "re")) {
+  if (!pipe_) {
     note_trouble();
   }
-  return output;
+}
+
+CommandOutput::~CommandOutput() {
+  close();
+}
+
+namespace {
+
+// The shell that starts a command tells of a signal with 128 and its number.
+bool was_killed(int status) {
+  return WIFSIGNALED(status) ||
+         (WIFEXITED(status) && WEXITSTATUS(status) > 128 && WEXITSTATUS(status) <= 128 + SIGRTMAX);
+}
+
+} // namespace
+
+int CommandOutput::close() {
+  if (!pipe_) {
+    return -1;
+  }
+  int status = pipe_.close();
+  if (status == -1 || was_killed(status)) {
+    note_trouble();
+  }
+  return status;
 }
 
 bool fetch_line(FILE *stream, char *buffer, int size) {
@@ -27,7 +53,7 @@ bool fetch_line(FILE *stream, char *buffer, int size) {
   }
   if (std::fgets(buffer, size, stream) == nullptr) {
     if (std::ferror(stream) != 0) {
-      note_trouble();
+      note_file_error();
     }
     return false;
   }

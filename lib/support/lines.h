@@ -2,15 +2,34 @@
 // pieces, each a line of its own. Trailing white-space and control characters are gone.
 #pragma once
 
+#include "support/owners.h"
+
 #include <array>
 #include <cstdio>
 #include <string_view>
 
 namespace nasshare {
 
-// Opens a file, or a command's output, for reading; trouble in doing so is noted.
+// Opens a file for reading; trouble in doing so is noted.
 FILE *open_lines(const char *path);
-FILE *open_output(const char *command);
+
+// The standard output of a shell command. A command that a signal ended may have left out lines, which is
+// noted as trouble; its exit status says nothing about the lines.
+class CommandOutput {
+public:
+  explicit CommandOutput(const char *command);
+  CommandOutput(const CommandOutput &) = delete;
+  CommandOutput &operator=(const CommandOutput &) = delete;
+  ~CommandOutput();
+
+  explicit operator bool() const { return static_cast<bool>(pipe_); }
+  [[nodiscard]] FILE *get() const { return pipe_.get(); }
+  // The status as pclose() has it.
+  int close();
+
+private:
+  Pipe pipe_;
+};
 
 bool fetch_line(FILE *stream, char *buffer, int size);
 

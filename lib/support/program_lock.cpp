@@ -15,4 +15,11 @@ ProgramLock::ProgramLock(const char *path)
   }
 }
 
+void ProgramLock::release() {
+  if (file_) {
+    flock(file_.get(), LOCK_UN);
+    file_.close();
+  }
+}
+
 } // namespace nasshare

@@ -16,8 +16,13 @@ public:
   // Waits for the holder.
   explicit ProgramLock(const char *path);
 
-  // Before a service command runs: it may use this library itself.
-  void release() { file_.close(); }
+  ProgramLock(const ProgramLock &) = delete;
+  ProgramLock &operator=(const ProgramLock &) = delete;
+  ~ProgramLock() { release(); }
+
+  // Before a service command runs: it may use this library itself. A process that was forked meanwhile, by
+  // the firmware's library or another thread, has the file open too and must not keep the lock.
+  void release();
 
 private:
   Descriptor file_;

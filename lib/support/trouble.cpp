@@ -10,8 +10,9 @@ namespace {
 
 bool troubled = false;
 
-bool passes_by(int error) {
-  constexpr std::array<int, 7> errors{EMFILE, ENFILE, ENOMEM, ENOSPC, EIO, EAGAIN, EINTR};
+constexpr std::array failures{EMFILE, ENFILE, ENOMEM, EIO, ENOSPC, EUCLEAN, EBADMSG};
+
+template <std::size_t size> bool is_among(const std::array<int, size> &errors, int error) {
   return std::ranges::find(errors, error) != errors.end();
 }
 
@@ -25,8 +26,19 @@ void note_trouble() {
   troubled = true;
 }
 
-void note_trouble_of_errno() {
-  troubled = troubled || passes_by(errno);
+void note_file_error() {
+  constexpr std::array facts{ENOENT, ENOTDIR, EISDIR, ELOOP,  ENAMETOOLONG,
+                             EACCES, EPERM,   ENOTTY, EINVAL, ENOSYS};
+  troubled = troubled || !is_among(facts, errno);
+}
+
+void note_setting_error() {
+  troubled = troubled || is_among(failures, errno);
+}
+
+void note_account_error() {
+  constexpr std::array again{EAGAIN, EINTR};
+  troubled = troubled || is_among(failures, errno) || is_among(again, errno);
 }
 
 bool load_was_troubled() {

@@ -10,8 +10,15 @@ void load_begins();
 
 void note_trouble();
 
-// Notes trouble when errno says so; an absent file or an unknown name is none.
-void note_trouble_of_errno();
+// Notes trouble when the errno of a file or device says so. That there is none, that it is of another kind or
+// not for this user is a fact and no trouble; whatever else went wrong may pass, or hides what is there.
+void note_file_error();
+
+// The same for a question to a database of settings or accounts. What answers such questions leaves much in
+// errno that means "unknown": only a shortage or a failing disk is trouble; for accounts, also that the
+// service behind them says "try again".
+void note_setting_error();
+void note_account_error();
 
 bool load_was_troubled();
 

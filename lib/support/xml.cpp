@@ -48,7 +48,8 @@ public:
   [[nodiscard]] bool short_of_memory() const { return short_of_memory_; }
 
 private:
-  static void see(void *short_of_memory, xmlErrorPtr error) {
+  // The error is const in newer releases of libxml2.
+  template <class Error> static void see(void *short_of_memory, Error error) {
     if (error->code == XML_ERR_NO_MEMORY) {
       *static_cast<bool *>(short_of_memory) = true;
     }
@@ -75,7 +76,7 @@ public:
     Descriptor file(open(path, O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     struct stat status {};
     if (!file || fstat(file.get(), &status) != 0) {
-      note_trouble_of_errno();
+      note_file_error();
     } else if (S_ISREG(status.st_mode)) {
       read_from(file.get(), static_cast<std::size_t>(status.st_size));
     }

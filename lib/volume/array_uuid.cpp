@@ -2,7 +2,6 @@
 
 #include "nasshare/volume.h"
 #include "support/lines.h"
-#include "support/owners.h"
 #include "support/text.h"
 
 #include <algorithm>
@@ -43,7 +42,7 @@ int get_raid_uuid(char *destination, const char *device) {
     return -1;
   }
   Text<path_width> command{"mdadm -D ", device};
-  Pipe mdadm(open_output(command.c_str()));
+  CommandOutput mdadm(command.c_str());
   for (CommandLines lines(mdadm.get()); lines.next();) {
     if (auto uuid = uuid_of_line(lines.line()); !uuid.empty()) {
       assign({destination, sizeof smb_catalogue::vol_uuid[0]}, uuid);

@@ -67,7 +67,7 @@ void get_serial_number(char *destination, const char *device_name) {
   Text<path_width> path{"/dev/", device_name};
   Descriptor device(open(path.c_str(), O_RDWR | O_NONBLOCK | O_CLOEXEC));
   if (!device) {
-    note_trouble_of_errno();
+    note_file_error();
     trace_debug("Cannot open %s device!\n", path.c_str());
     assign(field, "cant_get_serial_number");
     return;
@@ -87,7 +87,7 @@ void get_serial_number(char *destination, const char *device_name) {
   request.sbp = sense.data();
   request.timeout = 15000; // milliseconds
   if (ioctl(device.get(), SG_IO, &request) < 0) {
-    note_trouble_of_errno();
+    note_file_error();
     trace_debug("SG_IO: ioctl fail\n");
     assign(field, "cant_get_serial_number");
     return;

@@ -4,7 +4,6 @@
 #include "nasshare/volume.h"
 #include "support/debug.h"
 #include "support/lines.h"
-#include "support/owners.h"
 #include "support/text.h"
 
 using namespace nasshare;
@@ -55,8 +54,8 @@ int get_scsi_map(smb_catalogue *table) {
   if (table == nullptr) {
     return -1;
   }
-  Pipe scan(open_output("sg_scan /dev/sda /dev/sdb /dev/sdc /dev/sdd /dev/sde /dev/sdf /dev/sdg /dev/sdh"
-                        " /dev/sdi /dev/sdj /dev/sdk /dev/sdl /dev/sdm /dev/sdn /dev/sdo /dev/sdp"));
+  CommandOutput scan("sg_scan /dev/sda /dev/sdb /dev/sdc /dev/sdd /dev/sde /dev/sdf /dev/sdg /dev/sdh"
+                     " /dev/sdi /dev/sdj /dev/sdk /dev/sdl /dev/sdm /dev/sdn /dev/sdo /dev/sdp");
   for (CommandLines lines(scan.get()); lines.next();) {
     read_line(*table, lines.line());
   }

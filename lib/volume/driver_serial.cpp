@@ -43,7 +43,7 @@ void get_serial_number2(char *destination, int slot) {
   }
   Descriptor socket_fd(socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0));
   if (!socket_fd) {
-    note_trouble_of_errno();
+    note_setting_error();
     return;
   }
   std::span answer(destination, 32);

@@ -2,11 +2,11 @@
 #include "support/debug.h"
 #include "support/lines.h"
 #include "support/owners.h"
+#include "support/presence.h"
 #include "support/text.h"
 #include "volume/usb_slot.h"
 
 #include <cstdio>
-#include <unistd.h>
 
 using namespace nasshare;
 
@@ -91,7 +91,7 @@ void get_HD_share_name(smb_catalogue *table) {
   if (table == nullptr) {
     return;
   }
-  if (access(shared_name, F_OK) != 0) {
+  if (!is_there(shared_name)) {
     set_default_names(*table);
     return;
   }

@@ -5,8 +5,10 @@
 
 #include "nasshare/catalogue.h"
 #include "nasshare/dfs.h"
+#include "nasshare/platform.h"
 
 #include <csignal>
+#include <dlfcn.h>
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/file.h>
@@ -40,6 +42,9 @@ void run_at_once(const std::function<bool(int program, int change)> &change) {
     EXPECT_EQ(status, 0);
   }
 }
+
+bool starts_a_service = false;
+pid_t service = -1;
 
 std::string name_of(int program, int change) {
   return std::to_string(program) + "-" + std::to_string(change);
@@ -94,9 +99,41 @@ TEST(ProgramLock, IsNotHeldWhileTheServiceCommandRuns) {
   EXPECT_EQ(read_file("/tmp/lock-state"), "free\n");
 }
 
+bool is_held() {
+  const int fd = open(lock, O_RDWR);
+  const bool held = fd >= 0 && flock(fd, LOCK_EX | LOCK_NB) != 0;
+  close(fd);
+  return held;
+}
+
+TEST(ProgramLock, IsNotKeptByAProcessThatWasForkedMeanwhile) {
+  Appliance::single_disks().folder("/mnt/HD/HD_a2/Music").script("smbcom", ":");
+  starts_a_service = true;
+  EXPECT_EQ(add_share(Share{"Music"}.path("/mnt/HD/HD_a2/Music")), 1);
+  ASSERT_GT(service, 0);
+  EXPECT_FALSE(is_held());
+  kill(service, SIGKILL);
+  waitpid(service, nullptr, 0);
+}
+
 TEST(ProgramLock, IsDoneWithoutWhereItCannotBeMade) {
   Appliance::single_disks().folder("/mnt/HD/HD_a2/Music").folder(lock);
   EXPECT_EQ(add_share(Share{"Music"}.path("/mnt/HD/HD_a2/Music")), 1);
 }
 
 } // namespace
+
+// This program's own configuration database, a firmware's that starts a service of its own when it is first
+// read.
+extern "C" __attribute__((visibility("default"))) int xml_get_int(const char *key) {
+  using Read = int (*)(const char *);
+  static const auto reference = reinterpret_cast<Read>(dlsym(RTLD_NEXT, "xml_get_int"));
+  if (starts_a_service && service == -1) {
+    service = fork();
+    if (service == 0) {
+      pause();
+      _exit(0);
+    }
+  }
+  return reference(key);
+}

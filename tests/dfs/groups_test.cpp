@@ -8,6 +8,10 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
 #include <functional>
 
 #include <sys/stat.h>
@@ -54,6 +58,15 @@ template <class Operation> void expect_files_untouched(Operation operation) {
   operation();
   EXPECT_EQ(inode(group_path), groups);
   EXPECT_EQ(inode(link_path), links);
+}
+
+void bind_socket(const char *path) {
+  sockaddr_un address{};
+  address.sun_family = AF_UNIX;
+  std::strncpy(address.sun_path, path, sizeof address.sun_path - 1);
+  const int file = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+  ASSERT_EQ(bind(file, reinterpret_cast<const sockaddr *>(&address), sizeof address), 0);
+  close(file);
 }
 
 } // namespace
@@ -214,6 +227,16 @@ TEST(Groups, RenamingWithAnAmpersandMovesTheLinksToTheSameName) {
 TEST(Groups, RenamingAnAbsentGroupLeavesBothFiles) {
   stored({"office"}, {tunes});
   expect_files_untouched([] { EXPECT_EQ(mod_dfs_group_node("media", "video"), 0U); });
+}
+
+// A socket can be opened by nobody, which is no statement about what it holds.
+TEST(Groups, WhileTheLinksCannotBeLoadedAGroupStaysAsItIs) {
+  Appliance{}.file(group_path, group_file({"media"}));
+  bind_socket(link_path);
+  const std::string before = read_file(group_path);
+  EXPECT_EQ(mod_dfs_group_node("media", "films"), 0U);
+  EXPECT_EQ(del_dfs_group_node("media"), 0U);
+  EXPECT_EQ(read_file(group_path), before);
 }
 
 TEST(Groups, RenamingOntoAnotherGroupLeavesTwoOfTheName) {

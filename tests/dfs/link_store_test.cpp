@@ -1,4 +1,5 @@
 // The link file: how it is read and how the list replaces it.
+#include "../support/descriptor_limit.h"
 #include "appliance.h"
 #include "dfs_files.h"
 #include "output.h"
@@ -47,6 +48,19 @@ TEST(LinkStore, TheListIsWrittenAsItems) {
                                   "  </dfs>\n"
                                   "</config>\n");
   EXPECT_EQ(listed_links(), (Links{tunes, papers}));
+}
+
+// What could not be read once does not keep what has been read since from being stored.
+TEST(LinkStore, AListThatWasReadIsWrittenWhateverFailedBefore) {
+  Appliance{}.file(link_path, link_file({tunes})).exports("\"/mnt/HD/HD_a2/x\" *\n");
+  {
+    const DescriptorLimit limit(0);
+    EXPECT_EQ(check_nfs_share("/mnt/HD/HD_a2/x"), 0);
+  }
+  read_DFS_xml();
+  list_link(papers);
+  write_DFS_xml();
+  EXPECT_EQ(stored_links(), (Links{tunes, papers}));
 }
 
 TEST(LinkStore, AnEmptyListIsAnEmptyElement) {

@@ -1,5 +1,5 @@
-/* Each call of open, write, fsync, rename, close, mkdir and read fails in turn, in the process that changes
-   stored files. */
+/* Each call of open, write, fsync, rename, close, mkdir, read and access fails in turn, in the process that
+   changes stored files. */
 #include "findings.h"
 #include "verdict.h"
 
@@ -26,6 +26,7 @@ const std::vector<CallKind> kinds{
     {"close", {SYS_close}, true},
     {"mkdir", {SYS_mkdir, SYS_mkdirat}},
     {"read", {SYS_read, SYS_pread64}},
+    {"access", {SYS_access, SYS_faccessat, SYS_faccessat2}},
 };
 
 struct Endured {
@@ -49,7 +50,7 @@ Endured fail_everything(Verdict &verdict) {
   Endured endured;
   verdict.change().prepare();
   for (const CallKind &kind : kinds) {
-    for (const int error : {ENOSPC, EIO, EMFILE})
+    for (const int error : {ENOSPC, EIO, EMFILE, EUCLEAN}) // the last is a damaged ext4's
       fail_each(verdict, kind, error, endured);
   }
   return endured;

@@ -1,0 +1,67 @@
+// What could not be loaded whole is not stored: the files know better.
+#include "appliance.h"
+#include "share.h"
+
+#include "nasshare/catalogue.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace {
+
+constexpr const char *files[2] = {"/mnt/HD_a4/.systemfile/.smb.xml", "/mnt/HD_b4/.systemfile/.smb.xml"};
+
+std::string one_share(const std::string &serial, const std::string &path) {
+  return share_xml({Share{"Music"}.path(path).on_disk(serial).everyone()});
+}
+
+// A share on each of the two disks.
+Appliance two_disks() {
+  Appliance machine = Appliance::single_disks();
+  machine.folder("/mnt/HD/HD_a2/new").folder("/mnt/HD/HD_b2/Music");
+  const std::string text = one_share("WD-TESTDISK0002", "/mnt/HD/HD_b2/Music");
+  machine.shares("/mnt/HD_a4", text).shares("/mnt/HD_b4", text);
+  return machine;
+}
+
+void expect_refused(const std::string &before) {
+  EXPECT_EQ(add_share(Share{"New"}.path("/mnt/HD/HD_a2/new")), 0);
+  for (const char *file : files)
+    EXPECT_EQ(read_file(file), before);
+}
+
+TEST(TroubledLoad, ScanThatIsKilledLeavesOutNoDisk) {
+  Appliance machine = two_disks();
+  const std::string before = read_file(files[0]);
+  for (const char *end : {"kill -KILL $$", "sh -c 'kill -TERM $$'"}) {
+    machine.script("sg_scan", std::string("echo '/dev/sda: scsi0 channel=0 id=0 lun=0 [em]'\n") + end);
+    expect_refused(before);
+  }
+}
+
+// The exit status of a scan has never counted.
+TEST(TroubledLoad, ScanThatFailsIsBelieved) {
+  two_disks().script("sg_scan", "echo '/dev/sda: scsi0 channel=0 id=0 lun=0 [em]'\n"
+                                "echo '/dev/sdb: scsi1 channel=0 id=0 lun=0 [em]'\nexit 1");
+  EXPECT_EQ(add_share(Share{"New"}.path("/mnt/HD/HD_a2/new")), 1);
+}
+
+TEST(TroubledLoad, ArrayWhoseDescriptionIsKilledKeepsItsShares) {
+  Appliance machine = Appliance::mirror();
+  machine.folder("/mnt/HD/HD_a2/new").folder("/mnt/HD/HD_a2/Music");
+  ASSERT_EQ(add_share(Share{"Music"}.path("/mnt/HD/HD_a2/Music")), 1);
+  const std::string before = read_file(files[0]);
+  machine.script("mdadm", "kill -KILL $$");
+  expect_refused(before);
+}
+
+// A disk that is on its way out names no serial, and without it the volume's shares seem to be another's.
+TEST(TroubledLoad, SharesOfADiskThatDoesNotAnswerStay) {
+  Appliance machine = two_disks();
+  const std::string before = read_file(files[0]);
+  machine.disk_fails("sdb");
+  expect_refused(before);
+}
+
+} // namespace
