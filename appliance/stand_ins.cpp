@@ -10,7 +10,14 @@
  *   requests            log of the requests that were answered here
  *
  * Loaded with LD_PRELOAD, or linked into a program, whose definitions win over the C library's.
+ *
+ * A program calls what its headers make of open, fopen and ioctl: on 32 bits, "open64" where files are large,
+ * "__ioctl_time64" where times are, and "__open_2" in a program built with _FORTIFY_SOURCE. Every such name
+ * is answered, so the headers must leave the names alone here.
  */
+#undef _FILE_OFFSET_BITS
+#undef _TIME_BITS
+
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -37,6 +44,11 @@ constexpr size_t identify_size = 512;
 constexpr size_t serial_offset = 20;
 constexpr size_t serial_size = 20;
 
+using Fopen = FILE *(*)(const char *, const char *);
+using Open = int (*)(const char *, int, ...);
+using OpenExisting = int (*)(const char *, int);
+using Ioctl = int (*)(int, unsigned long, ...);
+
 template <typename Function> Function next(const char *name) {
   void *symbol = dlsym(RTLD_NEXT, name);
   Function function = nullptr;
@@ -50,7 +62,7 @@ const char *redirected(const char *path) {
 }
 
 FILE *next_fopen(const char *path, const char *mode) {
-  static auto *const function = next<FILE *(*)(const char *, const char *)>("fopen");
+  static const auto function = next<Fopen>("fopen");
   return function(path, mode);
 }
 
@@ -234,6 +246,19 @@ bool is_for_egiga0(const void *request) {
          std::strncmp(static_cast<const ifreq *>(request)->ifr_name, "egiga0", IFNAMSIZ) == 0;
 }
 
+int answered(Ioctl next_ioctl, int descriptor, unsigned long request, void *argument) {
+  if (request == SG_IO && argument != nullptr) {
+    const std::string name = device_name(descriptor);
+    if (const Disk disk = described_disk(name); !name.empty() && disk.described)
+      return identify(disk, name, *static_cast<sg_io_hdr *>(argument));
+  }
+  if (request == SIOCGIFHWADDR && is_for_egiga0(argument))
+    return hardware_address(*static_cast<ifreq *>(argument));
+  if (request == SIOCDEVPRIVATE && is_for_egiga0(argument))
+    return driver_serial(*static_cast<ifreq *>(argument));
+  return next_ioctl(descriptor, request, argument);
+}
+
 mode_t creation_mode(int flags, va_list arguments) {
   return (flags & (O_CREAT | __O_TMPFILE)) != 0 ? va_arg(arguments, mode_t) : 0;
 }
@@ -247,18 +272,8 @@ STAND_IN int ioctl(int descriptor, unsigned long request, ...) noexcept {
   va_start(arguments, request);
   void *argument = va_arg(arguments, void *);
   va_end(arguments);
-
-  if (request == SG_IO && argument != nullptr) {
-    const std::string name = device_name(descriptor);
-    if (const Disk disk = described_disk(name); !name.empty() && disk.described)
-      return identify(disk, name, *static_cast<sg_io_hdr *>(argument));
-  }
-  if (request == SIOCGIFHWADDR && is_for_egiga0(argument))
-    return hardware_address(*static_cast<ifreq *>(argument));
-  if (request == SIOCDEVPRIVATE && is_for_egiga0(argument))
-    return driver_serial(*static_cast<ifreq *>(argument));
-  static auto *const function = next<int (*)(int, unsigned long, void *)>("ioctl");
-  return function(descriptor, request, argument);
+  static const auto next_ioctl = next<Ioctl>("ioctl");
+  return answered(next_ioctl, descriptor, request, argument);
 }
 
 STAND_IN FILE *fopen(const char *path, const char *mode) {
@@ -266,8 +281,8 @@ STAND_IN FILE *fopen(const char *path, const char *mode) {
 }
 
 STAND_IN FILE *fopen64(const char *path, const char *mode) {
-  static auto *const function = next<FILE *(*)(const char *, const char *)>("fopen64");
-  return function(redirected(path), mode);
+  static const auto next_fopen64 = next<Fopen>("fopen64");
+  return next_fopen64(redirected(path), mode);
 }
 
 STAND_IN int open(const char *path, int flags, ...) {
@@ -275,8 +290,8 @@ STAND_IN int open(const char *path, int flags, ...) {
   va_start(arguments, flags);
   const mode_t mode = creation_mode(flags, arguments);
   va_end(arguments);
-  static auto *const function = next<int (*)(const char *, int, ...)>("open");
-  return function(redirected(path), flags, mode);
+  static const auto next_open = next<Open>("open");
+  return next_open(redirected(path), flags, mode);
 }
 
 STAND_IN int open64(const char *path, int flags, ...) {
@@ -284,6 +299,27 @@ STAND_IN int open64(const char *path, int flags, ...) {
   va_start(arguments, flags);
   const mode_t mode = creation_mode(flags, arguments);
   va_end(arguments);
-  static auto *const function = next<int (*)(const char *, int, ...)>("open64");
-  return function(redirected(path), flags, mode);
+  static const auto next_open64 = next<Open>("open64");
+  return next_open64(redirected(path), flags, mode);
 }
+
+STAND_IN int __open_2(const char *path, int flags) {
+  static const auto next_open_2 = next<OpenExisting>("__open_2");
+  return next_open_2(redirected(path), flags);
+}
+
+STAND_IN int __open64_2(const char *path, int flags) {
+  static const auto next_open64_2 = next<OpenExisting>("__open64_2");
+  return next_open64_2(redirected(path), flags);
+}
+
+#if __TIMESIZE == 32
+STAND_IN int __ioctl_time64(int descriptor, unsigned long request, ...) noexcept {
+  va_list arguments;
+  va_start(arguments, request);
+  void *argument = va_arg(arguments, void *);
+  va_end(arguments);
+  static const auto next_ioctl = next<Ioctl>("__ioctl_time64");
+  return answered(next_ioctl, descriptor, request, argument);
+}
+#endif

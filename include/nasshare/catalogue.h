@@ -206,13 +206,15 @@ int mod_share(struct smb_share *record);
 int del_share(const char *name);
 
 /* Replaces the share XML in ".systemfile" of every hidden system partition with a copy of
-   "/tmp/.smb.xml"; nothing changes when that file is missing or its last write failed. */
+   "/tmp/.smb.xml"; nothing changes when that file is missing, another user's or no plain file, or when its
+   last write failed. */
 void cp_xml_to_hidden(void);
 
 /* Deletes the share XML of the current mode from every hidden system partition. */
 void remove_hidden_smbxml(void);
 
-/* scandir filter: 1 for an entry of /mnt that is a hidden system partition ("HD_..."), else 0. */
+/* scandir filter: 1 for an entry of /mnt that is a hidden system partition ("HD_..."), else 0. On 32 bits the
+   caller is built with _FILE_OFFSET_BITS=64, as the library is. */
 int hidden_filter_dir(const struct dirent *entry);
 
 #pragma GCC visibility pop

@@ -77,7 +77,7 @@ public:
     struct stat status {};
     if (!file || fstat(file.get(), &status) != 0) {
       note_file_error();
-    } else if (S_ISREG(status.st_mode)) {
+    } else if (S_ISREG(status.st_mode) && status.st_size <= INT_MAX) { // the parser takes no more
       read_from(file.get(), static_cast<std::size_t>(status.st_size));
     }
   }

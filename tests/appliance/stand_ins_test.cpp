@@ -10,6 +10,7 @@
 #include <fstream>
 #include <sstream>
 
+#include <dlfcn.h>
 #include <fcntl.h>
 #include <net/if.h>
 #include <scsi/sg.h>
@@ -64,6 +65,16 @@ int ask_driver(int command, int bay, std::array<char, 32> &buffer) {
   ifreq request{};
   request.ifr_data = buffer.data();
   return request_of("egiga0", SIOCDEVPRIVATE, request);
+}
+
+std::string line_of(FILE *file) {
+  std::array<char, 64> line{};
+  if (file != nullptr) {
+    if (std::fgets(line.data(), line.size(), file) == nullptr)
+      line[0] = '\0';
+    std::fclose(file);
+  }
+  return line.data();
 }
 
 std::string uuid_in(const std::string &report) {
@@ -129,6 +140,20 @@ TEST(Mdstat, IsWhatWasDescribed) {
   read << std::ifstream("/proc/mdstat").rdbuf();
   EXPECT_EQ(read.str(), text);
   EXPECT_EQ(run_program({"cat", "/proc/mdstat"}).out, text);
+}
+
+TEST(Mdstat, IsWhatWasDescribedUnderEveryNameOfOpening) {
+  Appliance{}.mdstat("described\n");
+  for (const char *name : {"open", "open64", "__open_2", "__open64_2"}) {
+    auto *open_file = reinterpret_cast<int (*)(const char *, int)>(dlsym(RTLD_DEFAULT, name));
+    ASSERT_NE(open_file, nullptr) << name;
+    EXPECT_EQ(line_of(fdopen(open_file("/proc/mdstat", O_RDONLY), "r")), "described\n") << name;
+  }
+  for (const char *name : {"fopen", "fopen64"}) {
+    auto *open_file = reinterpret_cast<FILE *(*)(const char *, const char *)>(dlsym(RTLD_DEFAULT, name));
+    ASSERT_NE(open_file, nullptr) << name;
+    EXPECT_EQ(line_of(open_file("/proc/mdstat", "r")), "described\n") << name;
+  }
 }
 
 TEST(Mounts, NameTheDeviceAskedFor) {

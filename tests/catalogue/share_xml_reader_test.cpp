@@ -221,6 +221,15 @@ TEST(ShareXmlReader, AnythingButAFileLoadsNothing) {
   EXPECT_EQ(captured.err(), "");
 }
 
+TEST(ShareXmlReader, AFileOfAClockThatIsAheadIsRead) {
+  const std::string path = "/mnt/HD_a4/.systemfile/.smb.xml";
+  Appliance{}.file(path, share_xml({music()}));
+  ASSERT_EQ(run_program({"touch", "--date=2100-01-01", path}).status, 0); // more seconds than 32 bits hold
+  set_single_disk(0, "WD-1");
+  read_HD_xml(0);
+  EXPECT_EQ(listed_names(), Names{"Music"});
+}
+
 TEST(ShareXmlReader, ALinkIsFollowed) {
   Appliance{}
       .file("/mnt/elsewhere.xml", share_xml({music()}))

@@ -34,18 +34,6 @@ TEST(LinkList, IsEmptyAtStart) {
   EXPECT_EQ(dfs_list_empty(), 1);
 }
 
-TEST(LinkList, ARecordHoldsItsFourFieldsInOrder) {
-  EXPECT_EQ(offsetof(smb_dfs_node, host), 0U);
-  EXPECT_EQ(offsetof(smb_dfs_node, share), 512U);
-  EXPECT_EQ(offsetof(smb_dfs_node, local), 1024U);
-  EXPECT_EQ(offsetof(smb_dfs_node, group), 1536U);
-  EXPECT_EQ(offsetof(smb_dfs_node, next), 2048U);
-  EXPECT_EQ(offsetof(smb_dfs_list, count), 0U);
-  EXPECT_EQ(sizeof dfslist.count, 4U);
-  EXPECT_EQ(offsetof(smb_dfs_list, head), sizeof(void *));
-  EXPECT_EQ(offsetof(smb_dfs_list, tail), 2 * sizeof(void *));
-}
-
 TEST(LinkList, AFreshRecordIsZeroFilled) {
   smb_dfs_node *record = dfs_get_node();
   ASSERT_NE(record, nullptr);

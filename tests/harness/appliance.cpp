@@ -102,7 +102,7 @@ Appliance &Appliance::hidden(const std::string &device, const std::string &folde
 }
 
 Appliance &Appliance::read_only(const std::string &folder) {
-  files::require(::mount(nullptr, folder.c_str(), nullptr, MS_REMOUNT | MS_BIND | MS_RDONLY, nullptr) == 0,
+  files::require(::mount(nullptr, folder.c_str(), "", MS_REMOUNT | MS_BIND | MS_RDONLY, nullptr) == 0,
                  "make " + folder + " read-only");
   return *this;
 }

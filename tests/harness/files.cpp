@@ -4,8 +4,11 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <filesystem>
+#include <stdexcept>
 #include <system_error>
+#include <thread>
 
 #include <fcntl.h>
 #include <spawn.h>
@@ -14,6 +17,8 @@
 #include <unistd.h>
 
 namespace {
+
+constexpr size_t longest_process_name = 15;
 
 struct stat status_of(const std::string &path) {
   struct stat status = {};
@@ -80,6 +85,21 @@ void run(const std::vector<std::string> &words) {
   require(::waitpid(child, &status, 0) == child, words[0]);
   if (status != 0)
     throw std::runtime_error(words[0] + " failed");
+}
+
+pid_t start(const std::string &file, const std::vector<std::string> &words) {
+  const std::vector<char *> arguments = arguments_of(words);
+  pid_t child = 0;
+  errno = ::posix_spawn(&child, file.c_str(), nullptr, nullptr, arguments.data(), environ);
+  require(errno == 0, file);
+  const std::string name = std::filesystem::path(file).filename().string().substr(0, longest_process_name);
+  const std::string name_file = "/proc/" + std::to_string(child) + "/comm";
+  for (int tries = 0; tries < 2000; ++tries) {
+    if (read_file(name_file) == name + "\n")
+      return child;
+    std::this_thread::sleep_for(std::chrono::milliseconds(5));
+  }
+  throw std::runtime_error(file + " does not run");
 }
 
 } // namespace files

@@ -352,7 +352,7 @@ TEST(ConfigDatabase, OnAFullDiskTheOldFileStands) {
 TEST(ConfigDatabase, OnAReadOnlyDiskTheOldFileStands) {
   ASSERT_EQ(mount("tmpfs", folder, "tmpfs", 0, ""), 0);
   xml_set_str(workgroup, "old");
-  ASSERT_EQ(mount(nullptr, folder, nullptr, MS_REMOUNT | MS_RDONLY, nullptr), 0);
+  ASSERT_EQ(mount(nullptr, folder, "", MS_REMOUNT | MS_RDONLY, nullptr), 0);
   xml_set_str(workgroup, "new");
   EXPECT_EQ(value(workgroup), "old");
 }

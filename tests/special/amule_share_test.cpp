@@ -1,5 +1,6 @@
 /* The share of the aMule package's folder. */
 #include "download_shares.h"
+#include "files.h"
 
 #include "nasshare/platform.h"
 #include "nasshare/smbconf.h"
@@ -10,7 +11,6 @@
 
 #include <csignal>
 #include <dlfcn.h>
-#include <spawn.h>
 #include <sys/wait.h>
 
 /* This program's own package library, which wins over the reference platform's. */
@@ -89,10 +89,7 @@ public:
   explicit Process(const std::string &file) {
     if (!exists(file))
       std::filesystem::copy_file("/bin/sleep", file);
-    const char *const words[] = {"sleep", "60", nullptr};
-    char *const nothing[] = {nullptr};
-    EXPECT_EQ(posix_spawn(&id_, file.c_str(), nullptr, nullptr, const_cast<char *const *>(words), nothing),
-              0);
+    id_ = files::start(file, {"sleep", "60"});
   }
   ~Process() {
     kill(id_, SIGKILL);

@@ -29,7 +29,7 @@ constexpr const char *answer = "/run/appliance/smbclient-answer";
 void without_smbclient() {
   const fs::path held = "/run/appliance/programs";
   Appliance{}.folder(held);
-  ASSERT_EQ(mount(programs, held.c_str(), nullptr, MS_BIND, nullptr), 0);
+  ASSERT_EQ(mount(programs, held.c_str(), "", MS_BIND, nullptr), 0);
   ASSERT_EQ(mount("programs", programs, "tmpfs", 0, "mode=0755"), 0);
   for (const auto &entry : fs::directory_iterator(held)) {
     const fs::path name = entry.path().filename();

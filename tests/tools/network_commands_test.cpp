@@ -14,7 +14,7 @@ void smbclient_answers(const std::string &text) {
       .file("/run/appliance/answer", text)
       .file("/run/appliance/smbclient",
             "#!/bin/sh\necho \"$@\" >/run/appliance/arguments\ncat /run/appliance/answer\n", 0755);
-  ASSERT_EQ(mount("/run/appliance/smbclient", "/usr/bin/smbclient", nullptr, MS_BIND, nullptr), 0);
+  ASSERT_EQ(mount("/run/appliance/smbclient", "/usr/bin/smbclient", "", MS_BIND, nullptr), 0);
 }
 
 TEST(Browse, PrintsTheSharesOfAHost) {

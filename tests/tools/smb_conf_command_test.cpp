@@ -1,11 +1,11 @@
 /* nasshare smb-conf: the shares that it publishes besides the catalogue's, and the DFS tree. */
 #include "../special/iso_catalogue.h"
+#include "files.h"
 #include "nasshare_cli.h"
 
 #include <filesystem>
 
 #include <csignal>
-#include <spawn.h>
 #include <sys/wait.h>
 
 namespace {
@@ -66,10 +66,7 @@ TEST_F(SmbConf, HoldsTheFolderOfAnInstalledAmuleWhileTheAddOnServiceRuns) {
                 "<packages><package><name>aMule</name><path>/mnt/HD/HD_b2/aMule</path></package></packages>");
   EXPECT_EQ(section("aMule"), "none");
   std::filesystem::copy_file("/bin/sleep", "/tmp/modx");
-  const char *const words[] = {"modx", "60", nullptr};
-  pid_t service = -1;
-  ASSERT_EQ(posix_spawn(&service, "/tmp/modx", nullptr, nullptr, const_cast<char *const *>(words), nullptr),
-            0);
+  const pid_t service = files::start("/tmp/modx", {"modx", "60"});
   EXPECT_NE(section("aMule").find("\npath = /mnt/HD/HD_b2/aMule\n"), std::string::npos);
   kill(service, SIGKILL);
   waitpid(service, nullptr, 0);
