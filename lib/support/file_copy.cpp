@@ -117,8 +117,10 @@ int64_t copyfd_eof(int source, int destination, int64_t limit) {
   std::array<char, 4096> chunk{};
   int64_t total = 0;
   while (limit <= 0 || total < limit) {
-    auto wanted = limit <= 0 ? chunk.size()
-                             : std::min<std::size_t>(chunk.size(), static_cast<std::size_t>(limit - total));
+    auto wanted = chunk.size();
+    if (limit > 0 && limit - total < std::ssize(chunk)) {
+      wanted = static_cast<std::size_t>(limit - total);
+    }
     auto count = safe_read(source, chunk.data(), wanted);
     if (count <= 0) {
       return count == 0 ? total : -1;

@@ -221,6 +221,17 @@ TEST(ShareXmlReader, AnythingButAFileLoadsNothing) {
   EXPECT_EQ(captured.err(), "");
 }
 
+TEST(ShareXmlReader, AFileLongerThanMemoryLoadsNothing) {
+  set_single_disk(0, "WD-1");
+  const std::string path = "/mnt/HD_a4/.systemfile/.smb.xml";
+  for (const char *size : {"2147483648", "4294967295", "4294967296"}) {
+    Appliance{}.file(path, share_xml({music()}));
+    ASSERT_EQ(run_program({"truncate", "--size", size, path}).status, 0);
+    read_HD_xml(0);
+    EXPECT_EQ(pss->count, 0) << size;
+  }
+}
+
 TEST(ShareXmlReader, AFileOfAClockThatIsAheadIsRead) {
   const std::string path = "/mnt/HD_a4/.systemfile/.smb.xml";
   Appliance{}.file(path, share_xml({music()}));

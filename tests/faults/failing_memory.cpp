@@ -89,7 +89,7 @@ const std::array replacements{Replacement{"malloc", reinterpret_cast<void *>(fai
                               Replacement{"_Znwm", reinterpret_cast<void *>(failing_new)},
                               Replacement{"ioctl", reinterpret_cast<void *>(kernels_ioctl)}};
 
-void *replacement_of(std::string_view name) {
+[[maybe_unused]] void *replacement_of(std::string_view name) {
   for (const Replacement &replacement : replacements) {
     if (replacement.name == name)
       return replacement.function;
@@ -98,7 +98,7 @@ void *replacement_of(std::string_view name) {
 }
 
 /* References may lie in pages that are read-only once the program has started. */
-void turn(uintptr_t place, void *function) {
+[[maybe_unused]] void turn(uintptr_t place, void *function) {
   const auto page = place & ~static_cast<uintptr_t>(sysconf(_SC_PAGESIZE) - 1);
   const size_t length = place + sizeof function - page;
   files::require(mprotect(reinterpret_cast<void *>(page), length, PROT_READ | PROT_WRITE) == 0, "mprotect");
