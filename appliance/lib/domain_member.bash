@@ -2,12 +2,13 @@
 # For scripts that run in a machine of appliance/domain: the appliance as it is before it joins.
 
 # install_commands BUILD-FOLDER: the programs of the build, with the disks' answers of the private machine, and the
-# service commands in front of Samba's own.
+# service commands in front of Samba's own. Where RUN_UNDER names a command, such as a memory checker, that command gets
+# the programs and their arguments.
 install_commands() {
   local program
   for program in "$1"/tools/nasshare "$1"/appliance/appliance-domain; do
     printf '#!/bin/sh\nLD_PRELOAD=%s ASAN_OPTIONS=verify_asan_link_order=0 exec %s "$@"\n' \
-      "$1/appliance/libappliance-stand-ins.so" "$program" >"/run/appliance/bin/${program##*/}"
+      "$1/appliance/libappliance-stand-ins.so" "${RUN_UNDER:+$RUN_UNDER }$program" >"/run/appliance/bin/${program##*/}"
     chmod +x "/run/appliance/bin/${program##*/}"
   done
   PATH=$(cd -P "${BASH_SOURCE[0]%/*}/../../platform/commands" && pwd):$PATH

@@ -1,8 +1,13 @@
-/* Runs one test case, inside a private machine and nowhere else. */
+/* Runs one test case, inside a private machine and nowhere else; or, with arguments "CASE... -- COMMAND",
+   each case in a machine that the command makes. */
+#include "each_case.h"
+
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <string_view>
 
 #include <unistd.h>
 
@@ -23,14 +28,20 @@ class OneCaseOnly : public testing::EmptyTestEventListener {
 } // namespace
 
 int main(int argc, char **argv) {
+  // As on a terminal, so that lines of this process and of its children stay in order.
+  std::setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);
+  char **const end = argv + argc;
+  if (char **const separator = std::find(argv, end, std::string_view("--")); separator != end) {
+    int no_more = 1;
+    testing::InitGoogleTest(&no_more, argv);
+    return run_each_case({argv + 1, separator}, {separator + 1, end}) ? 0 : 1;
+  }
   if (::access("/run/appliance/private", F_OK) != 0) {
     std::fputs("These tests write to /etc, /mnt and /dev and run only inside a private machine:\n"
                "  appliance/appliance --keep BUILD-FOLDER -- TEST-PROGRAM --gtest_filter=CASE\n",
                stderr);
     return 2;
   }
-  // As on a terminal, so that lines of this process and of its children stay in order.
-  std::setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);
   testing::InitGoogleTest(&argc, argv);
   testing::UnitTest::GetInstance()->listeners().Append(new OneCaseOnly);
   return RUN_ALL_TESTS();
