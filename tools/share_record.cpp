@@ -8,6 +8,7 @@
 #include <cctype>
 #include <cstring>
 #include <filesystem>
+#include <vector>
 
 #include <sys/stat.h>
 
@@ -22,7 +23,8 @@ template <size_t width> void assign(char (&field)[width], const std::string &tex
   std::copy(text.begin(), text.end(), field);
 }
 
-// Samba reads a section of these names as something else than a share, and ends a name at "]".
+// Samba reads a section of these names as something else than a share, or smb.conf has one already; and a
+// name ends at "]".
 void refuse_name_samba_cannot_take(const std::string &name) {
   std::string plain;
   for (const char character : name) {
@@ -30,10 +32,9 @@ void refuse_name_samba_cannot_take(const std::string &name) {
       plain += static_cast<char>(std::tolower(static_cast<unsigned char>(character)));
     }
   }
-  for (const char *kept : {"global", "homes", "printers"}) {
-    if (plain == kept) {
-      throw Refusal("Samba keeps the name \"" + name + "\" for itself");
-    }
+  const std::vector<std::string> kept{"global", "homes", "printers", "ipc$", "dfs"};
+  if (std::find(kept.begin(), kept.end(), plain) != kept.end() || plain.starts_with("recyclebin-")) {
+    throw Refusal("Samba keeps the name \"" + name + "\" for itself");
   }
   if (name.find(']') != std::string::npos) {
     throw Refusal("a share's name cannot hold \"]\"");

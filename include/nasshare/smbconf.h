@@ -26,8 +26,10 @@ void Get_Mac_Str(char *destination);
 
 /* Writes /etc/samba/smb.conf from the loaded catalogue, in place. Converts the access lists of the listed
    records into Samba's form, drops a trailing "/" of a recycling share's path, sets vol_recycle, creates
-   the recycle directories, and gives shares on USB disks mode 777. Returns 0 when the file cannot be opened
-   and when it was written, -1 when writing failed. Loads nothing itself (get_samba_info2). */
+   the recycle directories, and gives shares on USB disks mode 777. A line end in a value becomes a blank.
+   Returns 0 when the file cannot be opened and when it was written. Returns -1, and the file holds what it
+   held, when memory or the disk has no room for the text and when the load met trouble (an account database
+   that fails, say): who is denied could then be missing. Loads nothing itself (get_samba_info2). */
 int create_smb_conf(void);
 
 /* Writes the printer section, when a hidden system partition is mounted, to the file. */

@@ -1,4 +1,5 @@
 #include "nasshare/ads.h"
+#include "smbconf/one_line.h"
 #include "support/in_place.h"
 
 using namespace nasshare;
@@ -15,8 +16,10 @@ void ads_create_krb5_conf(void) {
   if (!krb5_conf.is_open() || file == nullptr) {
     return;
   }
-  const char *realm = pss->ads_realm;
-  const char *server = pss->ads_pwd_server;
+  const auto realm_line = one_line(view(pss->ads_realm));
+  const auto server_line = one_line(view(pss->ads_pwd_server));
+  const char *realm = realm_line.c_str();
+  const char *server = server_line.c_str();
   // The logging line stands two blanks further in than all others.
   std::fprintf(file, "[logging]\n        default = FILE:/var/log/krb5.log\n\n");
   std::fprintf(

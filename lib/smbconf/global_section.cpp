@@ -1,6 +1,9 @@
 #include "smbconf/sections.h"
 
 #include "nasshare/catalogue.h"
+#include "smbconf/one_line.h"
+
+using namespace nasshare;
 
 namespace {
 
@@ -67,20 +70,20 @@ queueresume command = /usr/local/LPRng/sbin/lpc -P%p start
 
 void nasshare::write_global_section(FILE *file) {
   std::fprintf(file, "[ global ]\n");
-  std::fprintf(file, "netbios name = %s\n", pss->netbios_name);
-  std::fprintf(file, "server string = %s\n", pss->server_string);
+  std::fprintf(file, "netbios name = %s\n", one_line(view(pss->netbios_name)).c_str());
+  std::fprintf(file, "server string = %s\n", one_line(view(pss->server_string)).c_str());
   std::fprintf(file,
                "veto files = /.AppleDouble/.AppleDB/.bin/.AppleDesktop/Network Trash "
                "Folder/%s/.systemfile/lost+found/Nas_Prog/%s/%s/\n",
                recycle_folder, "P2P", "aMule");
   if (pss->ads_enable == 1) {
-    std::fprintf(file, "workgroup = %s\n", pss->ads_workgroup);
+    std::fprintf(file, "workgroup = %s\n", one_line(view(pss->ads_workgroup)).c_str());
     std::fprintf(file, "security = ads\n");
-    std::fprintf(file, "realm = %s\n", pss->ads_realm);
-    std::fprintf(file, "password server = %s\n", pss->ads_pwd_server);
+    std::fprintf(file, "realm = %s\n", one_line(view(pss->ads_realm)).c_str());
+    std::fprintf(file, "password server = %s\n", one_line(view(pss->ads_pwd_server)).c_str());
     std::fputs(winbind_options, file);
   } else {
-    std::fprintf(file, "workgroup = %s\n", pss->workgroup);
+    std::fprintf(file, "workgroup = %s\n", one_line(view(pss->workgroup)).c_str());
     std::fprintf(file, "security = user\n");
   }
   if (pss->dfs_enable == 1) {

@@ -20,18 +20,14 @@ constexpr const char *netbios_name_key = "/system_mgr/samba/netbios_name";
 constexpr const char *server_string_key = "/system_mgr/samba/server_string";
 constexpr std::size_t mac_name_width = 16;
 
-void read_setting(const char *key, char (&field)[512]) {
-  xml_get_str(key, sizeof field, field);
-}
-
 int read_switch(const char *key) {
   return configured_number(key) == 1 ? 1 : 0;
 }
 
 void read_names() {
-  read_setting(workgroup_key, pss->workgroup);
-  read_setting(netbios_name_key, pss->netbios_name);
-  read_setting(server_string_key, pss->server_string);
+  read_configured(workgroup_key, pss->workgroup);
+  read_configured(netbios_name_key, pss->netbios_name);
+  read_configured(server_string_key, pss->server_string);
 
   if (pss->workgroup[0] == '\0') {
     assign(pss->workgroup, "workgroup");
@@ -46,7 +42,7 @@ void read_names() {
   }
   if (pss->server_string[0] == '\0') {
     char hardware[512] = "";
-    read_setting("/hw_ver", hardware);
+    read_configured("/hw_ver", hardware);
     xml_set_str(server_string_key, hardware);
     assign(pss->server_string, view(hardware));
   }
@@ -59,11 +55,11 @@ void read_global_setting(void) {
   pss->dfs_enable = read_switch("/system_mgr/samba/dfs_enable");
   pss->ads_enable = read_switch("/system_mgr/samba/ads_enable");
   if (pss->ads_enable == 1) {
-    read_setting("/system_mgr/samba/ads_workgroup", pss->ads_workgroup);
-    read_setting("/system_mgr/samba/ads_username", pss->ads_username);
-    read_setting("/system_mgr/samba/ads_password", pss->ads_password);
-    read_setting("/system_mgr/samba/ads_realm", pss->ads_realm);
-    read_setting("/system_mgr/samba/ads_pwd_server", pss->ads_pwd_server);
+    read_configured("/system_mgr/samba/ads_workgroup", pss->ads_workgroup);
+    read_configured("/system_mgr/samba/ads_username", pss->ads_username);
+    read_configured("/system_mgr/samba/ads_password", pss->ads_password);
+    read_configured("/system_mgr/samba/ads_realm", pss->ads_realm);
+    read_configured("/system_mgr/samba/ads_pwd_server", pss->ads_pwd_server);
   }
 }
 

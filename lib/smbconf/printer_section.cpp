@@ -1,5 +1,6 @@
 #include "catalogue/hidden_folders.h"
 #include "nasshare/smbconf.h"
+#include "support/trouble.h"
 
 #include <cstdio>
 #include <unistd.h>
@@ -9,7 +10,7 @@ using namespace nasshare;
 // The spool lies on the first hidden system partition.
 void determine_printer_in_hidden(FILE *file) {
   bool written = file == nullptr;
-  each_hidden_folder([&written, file](const HiddenPath &folder) {
+  bool listed = each_hidden_folder([&written, file](const HiddenPath &folder) {
     if (!written && access(folder.c_str(), F_OK) == 0) {
       written = true;
       std::fprintf(file,
@@ -18,4 +19,7 @@ void determine_printer_in_hidden(FILE *file) {
                    folder.c_str());
     }
   });
+  if (!listed) {
+    note_trouble();
+  }
 }

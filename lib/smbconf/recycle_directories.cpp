@@ -21,24 +21,29 @@ namespace {
 constexpr uid_t guest_id = 501; // the guest account's user and group id in domain mode
 constexpr std::int32_t first_domain_id = 10000;
 
-// What has just been made, by its descriptor: others may write into the folder above.
-Descriptor make_open(const char *path) {
-  bool made = mkdir(path, 0777) == 0;
-  Descriptor folder(made ? open(path, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC) : -1);
+// Never by way of a link: others may write into the folder above.
+Descriptor open_folder(int above, const char *path) {
+  return Descriptor(openat(above, path, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+}
+
+// A directory that is not there yet, for everybody.
+Descriptor make_open(int above, const char *path) {
+  bool made = mkdirat(above, path, 0777) == 0;
+  auto folder = made ? open_folder(above, path) : Descriptor(-1);
   static_cast<void>(fchmod(folder.get(), 0777)); // whatever the umask is
   return folder;
 }
 
 // An existing directory is left alone, owner and mode included.
-void make_for(const char *root, std::initializer_list<std::string_view> name, uid_t user, gid_t group) {
-  Text<path_width> path{root, "/"};
-  if (path.append_whole(name) && access(path.c_str(), F_OK) != 0) {
-    auto folder = make_open(path.c_str());
+void make_for(const Descriptor &root, std::initializer_list<std::string_view> name, uid_t user, gid_t group) {
+  Text<path_width> path;
+  if (path.append_whole(name)) {
+    auto folder = make_open(root.get(), path.c_str());
     static_cast<void>(fchown(folder.get(), user, group));
   }
 }
 
-void make_for_domain_users(const char *root) {
+void make_for_domain_users(const Descriptor &root) {
   make_for(root, {"nobody"}, guest_id, guest_id);
   CommandOutput users("wbinfo -z");
   for (CommandLines lines(users.get()); lines.next();) {
@@ -50,7 +55,7 @@ void make_for_domain_users(const char *root) {
   }
 }
 
-void make_for_local_accounts(const char *root) {
+void make_for_local_accounts(const Descriptor &root) {
   constexpr std::array<std::string_view, 5> without{"root", "admin", "ftp", "sshd", "squeezecenter"};
   each_account([&](const passwd &account) {
     if (std::ranges::find(without, std::string_view(account.pw_name)) == without.end()) {
@@ -75,12 +80,11 @@ void create_recycle_user_directory(const char *directory) {
   if (!given(directory)) {
     return;
   }
-  if (access(directory, F_OK) != 0) {
-    make_open(directory);
-  }
+  make_open(AT_FDCWD, directory);
+  const auto root = open_folder(AT_FDCWD, directory);
   if (pss->ads_enable == 1) {
-    make_for_domain_users(directory);
+    make_for_domain_users(root);
   } else {
-    make_for_local_accounts(directory);
+    make_for_local_accounts(root);
   }
 }

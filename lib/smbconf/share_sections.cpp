@@ -1,5 +1,6 @@
 #include "nasshare/acl.h"
 #include "nasshare/smbconf.h"
+#include "smbconf/one_line.h"
 #include "smbconf/sections.h"
 #include "smbconf/usb_permissions.h"
 #include "support/linked_list.h"
@@ -22,7 +23,7 @@ void mark_recycling_volume(const smb_share &share) {
 // Converts the list of the listed record in place.
 void write_list(FILE *file, const char *option, char *list) {
   convert_list(list);
-  std::fprintf(file, "%s = %s\n", option, list);
+  std::fprintf(file, "%s = %s\n", option, one_line(list).c_str());
 }
 
 void write_recycle_options(FILE *file, smb_share &share) {
@@ -38,15 +39,16 @@ void write_recycle_options(FILE *file, smb_share &share) {
 }
 
 void write_share(FILE *file, smb_share &share, const FileServices &services) {
-  std::fprintf(file, "[ %s ]\n", share.name);
-  std::fprintf(file, "comment = %s\n", share.comment);
+  std::fprintf(file, "[ %s ]\n", one_line(view(share.name)).c_str());
+  std::fprintf(file, "comment = %s\n", one_line(view(share.comment)).c_str());
   open_usb_permissions(share.path);
-  std::fprintf(file, "path = %s\n", share.path);
+  std::fprintf(file, "path = %s\n", one_line(view(share.path)).c_str());
   mark_recycling_volume(share);
-  std::fprintf(file, "browseable = %s\n", share.browseable);
-  std::fprintf(file, "public = %s\n", share.public_);
-  std::fprintf(file, "oplocks = %s\n", services.forbid_oplocks(share.path) ? "no" : share.oplocks);
-  std::fprintf(file, "map archive = %s\n", share.map_archive);
+  std::fprintf(file, "browseable = %s\n", one_line(view(share.browseable)).c_str());
+  std::fprintf(file, "public = %s\n", one_line(view(share.public_)).c_str());
+  std::fprintf(file, "oplocks = %s\n",
+               services.forbid_oplocks(share.path) ? "no" : one_line(view(share.oplocks)).c_str());
+  std::fprintf(file, "map archive = %s\n", one_line(view(share.map_archive)).c_str());
   write_list(file, "read list", share.read_list);
   write_list(file, "write list", share.write_list);
   write_list(file, "invalid users", share.invalid_users);

@@ -4,6 +4,8 @@
 #include "smbconf/sections.h"
 #include "support/debug.h"
 #include "support/in_place.h"
+#include "support/program_lock.h"
+#include "support/trouble.h"
 
 #include <cstdio>
 
@@ -35,5 +37,10 @@ int create_smb_conf(void) {
     return -1;
   }
   compose(smb_conf.text(), services);
+  // Without an account that nobody could look up, a list of those who are denied would be short of it.
+  if (load_was_troubled()) {
+    return -1;
+  }
+  const ProgramLock lock(smb_conf_lock);
   return smb_conf.commit();
 }

@@ -1,10 +1,11 @@
-// Values of the configuration database on which it depends what is stored.
+// Values of the configuration database on which it depends what is stored or published.
 #pragma once
 
 #include "nasshare/platform.h"
 #include "support/trouble.h"
 
 #include <cerrno>
+#include <cstddef>
 
 namespace nasshare {
 
@@ -16,6 +17,15 @@ inline int configured_number(const char *key) {
     note_setting_error();
   }
   return value;
+}
+
+// The same for a text, as xml_get_str() has it.
+template <std::size_t width> void read_configured(const char *key, char (&field)[width]) {
+  errno = 0;
+  xml_get_str(key, width, field);
+  if (field[0] == '\0') {
+    note_setting_error();
+  }
 }
 
 } // namespace nasshare

@@ -2,24 +2,78 @@
 
 #include "nasshare/support.h"
 
-#include <cstdlib>
+#include <algorithm>
 #include <fcntl.h>
+#include <optional>
+#include <sys/mman.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace nasshare {
 
-InPlaceFile::InPlaceFile(const char *path)
-    : file_(open(path, O_RDWR | O_CREAT | O_CLOEXEC, 0666)), memory_(open_memstream(&bytes_, &size_)) {}
+namespace {
 
-InPlaceFile::~InPlaceFile() {
-  memory_.close();
-  std::free(bytes_);
+// A stream that tells of every write that failed, for short memory too.
+FILE *open_memory() {
+  Descriptor memory(memfd_create("text", MFD_CLOEXEC));
+  FILE *stream = memory ? fdopen(memory.get(), "w+e") : nullptr;
+  if (stream != nullptr) {
+    static_cast<void>(memory.release());
+  }
+  return stream;
+}
+
+std::optional<off_t> size_of(int fd) {
+  struct stat status {};
+  return fstat(fd, &status) == 0 ? std::optional(status.st_size) : std::nullopt;
+}
+
+// The old text is not given up for half a new one.
+bool reserve(int fd, off_t old_size, off_t size) {
+  if (size <= old_size || posix_fallocate(fd, 0, size) == 0) {
+    return true;
+  }
+  static_cast<void>(ftruncate(fd, old_size));
+  return false;
+}
+
+// Everything that is in memory, in one call.
+bool write_from(int memory, off_t size, int fd) {
+  auto length = static_cast<std::size_t>(size);
+  void *bytes = mmap(nullptr, length, PROT_READ, MAP_PRIVATE, memory, 0);
+  if (bytes == MAP_FAILED) {
+    return false;
+  }
+  bool written = full_write(fd, bytes, length) == size;
+  munmap(bytes, length);
+  return written;
+}
+
+} // namespace
+
+InPlaceFile::InPlaceFile(const char *path)
+    : file_(open(path, O_RDWR | O_CREAT | O_CLOEXEC, 0644)), text_(open_memory()) {}
+
+bool InPlaceFile::write_over() {
+  auto old_size = size_of(file_.get());
+  auto size = text_ ? ftello(text_.get()) : -1;
+  if (!old_size || size < 0) {
+    return false;
+  }
+  // The rest of a longer old text is covered by the same write: nobody ever reads it behind the new one.
+  for (auto covered = size; covered < *old_size; ++covered) {
+    std::putc('\n', text_.get());
+  }
+  if (std::fflush(text_.get()) != 0 || std::ferror(text_.get()) != 0) {
+    return false;
+  }
+  return reserve(file_.get(), *old_size, size) &&
+         write_from(fileno(text_.get()), std::max(size, *old_size), file_.get()) &&
+         ftruncate(file_.get(), size) == 0;
 }
 
 int InPlaceFile::commit() {
-  bool complete = memory_.close() == 0;
-  bool written = complete && ftruncate(file_.get(), 0) == 0 &&
-                 full_write(file_.get(), bytes_, size_) == static_cast<ssize_t>(size_);
+  bool written = write_over();
   return file_.close() == 0 && written ? 0 : -1;
 }
 

@@ -10,6 +10,7 @@
 
 #include <filesystem>
 
+#include <sys/mount.h>
 #include <sys/stat.h>
 
 namespace {
@@ -326,4 +327,39 @@ TEST(RootLinks, ACommandIsShownBeforeItRuns) {
   smb_dbg_flag = 1;
   const std::string out = output_of(create_dfs_link);
   EXPECT_LT(out.find("dfs link cmd"), out.find("linking"));
+}
+
+// ---- Others on the machine
+
+// The commands follow links: nobody may plant one while they run.
+TEST(RootLinks, TheTreeIsClosedWhileItIsBuilt) {
+  Appliance machine;
+  machine.script("ln", "stat -c %a /etc/dfsroot >>/tmp/modes; exec /bin/ln \"$@\"");
+  enabled({tunes, papers});
+  for (int i = 0; i < 2; ++i) {
+    machine.remove("/tmp/modes");
+    create_dfs_link();
+    EXPECT_EQ(read_file("/tmp/modes"), "700\n700\n");
+    EXPECT_EQ(mode(root), 0777U);
+  }
+}
+
+TEST(RootLinks, AnOldTreeThatDoesNotGoIsNotBuiltOn) {
+  Appliance machine;
+  machine.folder("/etc/victim").link("/etc/victim", root + "/media/tunes").command("rm");
+  enabled({tunes});
+  create_dfs_link();
+  EXPECT_EQ(names_in("/etc/victim"), std::vector<std::string>{});
+}
+
+TEST(RootLinks, ARootThatIsMountedIsBuiltOn) {
+  Appliance machine;
+  machine.folder(root);
+  ASSERT_EQ(mount("tree", root.c_str(), "tmpfs", 0, ""), 0);
+  enabled({tunes});
+  Captured captured;
+  create_dfs_link();
+  captured.stop();
+  EXPECT_EQ(names_in(root + "/media"), std::vector<std::string>{"tunes"});
+  EXPECT_EQ(mode(root), 0777U);
 }

@@ -183,6 +183,33 @@ TEST(FailedAllocation, PublishingTheCatalogueGoesOn) {
       stored_files());
 }
 
+/* Any other text shows shares without some of their lists. */
+TEST(FailedAllocation, PublishingKeepsTheOldTextOrWritesTheWholeNewOne) {
+  if (!watch_allocations())
+    GTEST_SKIP() << "references to functions of libraries cannot be turned on this processor";
+  look_up_an_account();
+  make_appliance();
+  const std::string smb_conf = "/etc/samba/smb.conf";
+  const auto begin = [&] { files::write(smb_conf, "old"); };
+  const auto run = [] {
+    get_samba_info2();
+    const int written = create_smb_conf() == 0 ? 1 : 0;
+    Free_All_List();
+    return written;
+  };
+  begin();
+  run_alone(run);
+  const std::string whole = read_file(smb_conf);
+  ASSERT_NE(whole, "old");
+  const Endured endured = fail_each(begin, run, [&](const Interrupted &end) {
+    const std::string text = read_file(smb_conf);
+    const bool right = text == whole || (text == "old" && end.answer != 1);
+    return ending_of(end) +
+           (right ? "" : "answer " + std::to_string(end.answer) + ", smb.conf reads\n" + text);
+  });
+  expect_nothing_found("smb.conf, its text", endured);
+}
+
 TEST(FailedAllocation, AddOnPackagesAreReadOrNot) {
   make_appliance();
   Appliance{}.file("/etc/NAS_CFG/packages.xml",

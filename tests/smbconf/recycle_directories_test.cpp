@@ -51,6 +51,15 @@ using DomainRecycleDirectories = RecycleDirectories;
 
 } // namespace
 
+// ---- In either mode
+
+// Whoever may write in a volume's root may plant a link there.
+TEST_F(RecycleDirectories, ARootThatIsALinkIsNotFollowed) {
+  Appliance{}.folder("/etc/victim").link("/etc/victim", root);
+  make();
+  EXPECT_EQ(names_in("/etc/victim"), Names{});
+}
+
 // ---- Outside a domain
 
 TEST_F(RecycleDirectories, EveryLocalAccountHasOne) {

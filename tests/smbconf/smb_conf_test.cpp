@@ -152,6 +152,57 @@ TEST(SmbConf, ThatCannotBeWrittenIsReported) {
   EXPECT_NE(create_smb_conf(), 0);
 }
 
+// Half a file would show shares without their lists.
+TEST(SmbConf, ThatHasNoRoomStaysAsItWas) {
+  ASSERT_EQ(mount("small", "/etc/samba", "tmpfs", 0, "size=8192"), 0);
+  Appliance{}.file(smb_conf, "old");
+  Insert_Smb_Node(Share{"Music"}.path("/mnt/HD/HD_a2/music").read(std::string(12287, 'x')));
+  EXPECT_EQ(create_smb_conf(), -1);
+  EXPECT_EQ(read_file(smb_conf), "old");
+}
+
+TEST(SmbConf, ThatIsShorterHasNothingOfTheOldOneBehindIt) {
+  outside_a_domain();
+  Appliance{}.file(smb_conf, std::string(100000, 'x'));
+  EXPECT_EQ(generated(), golden("user-mode-empty.conf"));
+}
+
+TEST(SmbConf, IsNeverForOthersToWrite) {
+  umask(0);
+  Appliance{}.remove(smb_conf);
+  outside_a_domain();
+  generated();
+  EXPECT_EQ(mode(smb_conf), 0644U);
+}
+
+// Who is denied by a group or account that nobody could look up would be let in.
+TEST(SmbConf, OfALoadThatMetTroubleIsNotWritten) {
+  Appliance machine = Appliance::single_disks();
+  machine.file(smb_conf, "old")
+      .script("sg_scan", "echo '/dev/sda: scsi0 channel=0 id=0 lun=0 [em]'; kill -KILL $$");
+  get_samba_info2();
+  EXPECT_EQ(create_smb_conf(), -1);
+  EXPECT_EQ(read_file(smb_conf), "old");
+  machine.script("sg_scan", "echo '/dev/sda: scsi0 channel=0 id=0 lun=0 [em]'");
+  get_samba_info2();
+  EXPECT_EQ(create_smb_conf(), 0);
+  EXPECT_NE(read_file(smb_conf), "old");
+}
+
+// The catalogue refuses line ends, but a disk from elsewhere may bring them.
+TEST(SmbConf, ALineEndInAValueBeginsNoOptionOfItsOwn) {
+  Insert_Smb_Node(Share{"a\n[b]"}
+                      .comment("x\nroot preexec = touch /tmp/x")
+                      .path("/mnt/HD/HD_a2/a\r\nb")
+                      .oplocks("y\nx")
+                      .map_archive("n\nx"));
+  const std::string text = generated_sections();
+  EXPECT_NE(text.find("[ a [b] ]\ncomment = x root preexec = touch /tmp/x\npath = /mnt/HD/HD_a2/a  b\n"),
+            std::string::npos)
+      << text;
+  EXPECT_NE(text.find("oplocks = y x\nmap archive = n x\n"), std::string::npos) << text;
+}
+
 TEST(SmbConf, FileServicesArePrintedWhenTheDebugFlagIsOne) {
   const struct {
     const char *afp, *nfs, *printed;
@@ -188,6 +239,12 @@ TEST(SmbConf, LeavesTheCatalogueLoaded) {
 TEST(GlobalSection, EmptySettingsLeaveTheirLinesEmpty) {
   EXPECT_EQ(generated().substr(0, 45), "[ global ]\nnetbios name = \nserver string = \nv");
   EXPECT_EQ(line("workgroup = "), "workgroup = ");
+}
+
+TEST(GlobalSection, ALineEndInASettingBeginsNoOptionOfItsOwn) {
+  outside_a_domain();
+  put(pss->server_string, "NAS\nroot preexec = touch /tmp/x");
+  EXPECT_EQ(line("server string = "), "server string = NAS root preexec = touch /tmp/x");
 }
 
 TEST(GlobalSection, SettingsAreWrittenAsTheyAre) {

@@ -102,7 +102,8 @@ TEST_F(Nasshare, AddOfAPathThatLeavesItsVolumeIsRefused) {
 
 TEST_F(Nasshare, AddOfANameThatSambaCannotTakeIsRefused) {
   const std::string path = "/mnt/HD/HD_a2/music";
-  for (const std::string name : {"global", "Homes", "printers", "glo bal"}) {
+  for (const std::string name :
+       {"global", "Homes", "printers", "glo bal", "IPC$", "dfs", "Recycle Bin - Volume_1"}) {
     expect_refusal({"add", name, path}, "Samba keeps the name \"" + name + "\" for itself");
   }
   expect_refusal({"add", "a]b", path}, "a share's name cannot hold \"]\"");

@@ -1,0 +1,21 @@
+// Values in smb.conf and krb5.conf, where a line end would begin an option of its own. The catalogue refuses
+// such values, but disks from elsewhere and the configuration database may bring them.
+#pragma once
+
+#include "support/text.h"
+
+#include <algorithm>
+
+namespace nasshare {
+
+using Line = Text<list_width>;
+
+// The value with a blank for each line end.
+inline Line one_line(std::string_view value) {
+  Line line{value};
+  std::ranges::replace_if(
+      line.field(), [](char c) { return c == '\n' || c == '\r'; }, ' ');
+  return line;
+}
+
+} // namespace nasshare
