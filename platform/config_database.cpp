@@ -3,6 +3,7 @@
 
 #include "config_file.h"
 #include "config_tree.h"
+#include "support/program_lock.h"
 #include "support/store.h"
 #include "support/text.h"
 #include "support/trouble.h"
@@ -12,6 +13,7 @@
 #include <charconv>
 #include <limits>
 #include <set>
+#include <sys/stat.h>
 #include <system_error>
 
 using nasshare::XmlDocument;
@@ -154,8 +156,9 @@ void set_value(const std::string &key, const std::string &value) {
   if (path.empty() || !nasshare::xml_can_hold(value) || unread_keys.contain(key)) {
     return;
   }
-  const FolderLock folder(folder_path);
-  const XmlDocument database = folder.held() ? open_for_change() : nullptr;
+  mkdir(folder_path, 0755);
+  const nasshare::ProgramLock lock(nasshare::configuration_lock);
+  const XmlDocument database = open_for_change();
   if (!database || find_value(database.get(), path) == value || !store_value(database.get(), path, value)) {
     return;
   }

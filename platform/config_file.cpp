@@ -1,27 +1,13 @@
 #include "config_file.h"
 
+#include "support/owners.h"
+
 #include <array>
 #include <cerrno>
 #include <fcntl.h>
-#include <sys/file.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace platform {
-namespace {
-
-int lock_folder(const char *path) {
-  mkdir(path, 0755);
-  nasshare::Descriptor folder(open(path, O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-  int result = 0;
-  do {
-    result = flock(folder.get(), LOCK_EX);
-  } while (result != 0 && errno == EINTR);
-  return result == 0 ? folder.release() : -1;
-}
-
-} // namespace
-
 std::optional<std::string> read_file(const char *path) {
   nasshare::Descriptor file(open(path, O_RDONLY | O_CLOEXEC));
   if (!file) {
@@ -42,15 +28,6 @@ std::optional<std::string> read_file(const char *path) {
       errno = error;
       return std::nullopt;
     }
-  }
-}
-
-FolderLock::FolderLock(const char *folder) : folder_(lock_folder(folder)) {}
-
-// A process that was forked meanwhile has the folder open too and must not keep the lock.
-FolderLock::~FolderLock() {
-  if (folder_) {
-    flock(folder_.get(), LOCK_UN);
   }
 }
 

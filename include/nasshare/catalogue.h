@@ -194,9 +194,9 @@ int chk_name_path(const char *name, const char *path);
    that does not exist, a text that XML cannot hold (control characters, bytes that are not UTF-8) or that has
    a line end, or a deny list that leaves no room for the guest in front. The record's volume_raid and
    hd_serial are filled from the volume that holds the path, and outside Active Directory mode its lists are
-   made explicit (rebuld_input_data). 0 as well when the catalogue could not be loaded whole or stored; no
-   volume's file has changed then. A record of the loaded list may be given; like the whole list it is gone
-   afterwards. */
+   made explicit (rebuld_input_data). 0 as well when the catalogue could not be loaded whole, or stored on no
+   volume at all; no volume's file has changed then. A record of the loaded list may be given; like the whole
+   list it is gone afterwards. */
 int add_share(struct smb_share *record);
 
 /* The same for a share that exists: 1 when it was changed, 0 when it is unknown or refused. */

@@ -1,4 +1,5 @@
 #include "acl/list_text.h"
+#include "catalogue/load_catalogue.h"
 #include "catalogue/store_catalogue.h"
 #include "nasshare/acl.h"
 #include "nasshare/catalogue.h"
@@ -145,8 +146,9 @@ int acnt_mod_share(const char *account) {
   }
   load_begins();
   ProgramLock lock(catalogue_lock);
-  get_samba_info();
-  modify_config_permision(account);
+  const Text<list_width> name{account}; // it may lie in the very list that the load empties
+  load_catalogue();
+  modify_config_permision(name.c_str());
   free_acnt_list();
   return store_catalogue(Print::nothing, lock);
 }

@@ -3,8 +3,10 @@
 #include "catalogue/share_xml.h"
 #include "nasshare/catalogue.h"
 #include "nasshare/support.h"
+#include "support/presence.h"
 #include "support/shared_folder.h"
 #include "support/store.h"
+#include "support/xml.h"
 
 #include <unistd.h>
 
@@ -17,14 +19,27 @@ HiddenPath share_xml_in(const HiddenPath &folder) {
 }
 
 // A new file each time, with the mode of the temporary one; a copy that fails leaves the old file.
-void copy_into(const HiddenPath &folder) {
-  auto target = share_xml_in(folder);
+bool copy_to(const HiddenPath &target) {
   HiddenPath fresh{target.view(), fresh_suffix};
   unlink(fresh.c_str());
-  if (cp(temporary_share_xml, fresh.c_str()) == 0) {
-    put_in_place(fresh.c_str(), target.c_str());
-  } else {
+  if (cp(temporary_share_xml, fresh.c_str()) != 0) {
     unlink(fresh.c_str());
+    return false;
+  }
+  keep_broken_xml_aside(target.c_str());
+  return put_in_place(fresh.c_str(), target.c_str());
+}
+
+struct Copies {
+  int made = 0;
+  int failed = 0; // where there is a folder for it
+};
+
+void copy_into(const HiddenPath &folder, Copies &copies) {
+  if (copy_to(share_xml_in(folder))) {
+    ++copies.made;
+  } else if (is_there(HiddenPath{folder.view(), "/.systemfile"}.c_str())) {
+    ++copies.failed;
   }
 }
 
@@ -36,7 +51,10 @@ int hidden_filter_dir(const dirent *entry) {
 
 bool nasshare::spread_catalogue() {
   // Everybody can write in /tmp: what somebody else put there is no catalogue.
-  return is_own_file(temporary_share_xml) && each_hidden_folder(copy_into);
+  Copies copies;
+  return is_own_file(temporary_share_xml) &&
+         each_hidden_folder([&](const HiddenPath &folder) { copy_into(folder, copies); }) &&
+         (copies.made > 0 || copies.failed == 0);
 }
 
 void cp_xml_to_hidden(void) {

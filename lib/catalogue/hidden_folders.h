@@ -24,8 +24,8 @@ template <class Visit> bool each_hidden_folder(Visit visit) {
   return count >= 0 || errno == ENOENT;
 }
 
-// Puts the temporary share XML into each of them; false when it is nobody's own file or they cannot be
-// listed.
+// Puts the temporary share XML into each of them; false when it is nobody's own file, when they cannot be
+// listed, and when none of them took it. One of two that fails is as good as a disk that is not there.
 bool spread_catalogue();
 
 } // namespace nasshare

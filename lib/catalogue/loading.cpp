@@ -1,3 +1,4 @@
+#include "catalogue/load_catalogue.h"
 #include "nasshare/acl.h"
 #include "nasshare/catalogue.h"
 #include "nasshare/platform.h"
@@ -7,10 +8,16 @@
 #include "smbconf/file_services.h"
 #include "support/linked_list.h"
 #include "support/text.h"
+#include "support/trouble.h"
 
 using namespace nasshare;
 
 void get_samba_info(void) {
+  load_begins();
+  load_catalogue();
+}
+
+void nasshare::load_catalogue() {
   Free_All_List();
   check_hd();
   check_user_group();

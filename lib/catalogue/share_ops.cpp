@@ -1,5 +1,6 @@
 #include "acl/list_text.h"
 #include "catalogue/hidden_folders.h"
+#include "catalogue/load_catalogue.h"
 #include "catalogue/share_xml.h"
 #include "catalogue/store_catalogue.h"
 #include "nasshare/acl.h"
@@ -91,7 +92,8 @@ int refuse() {
 
 int add_share(smb_share *record) {
   if (!is_valid(record)) {
-    list_debug("input data error! [%s]\n", record == nullptr ? "" : record->path);
+    auto path = record == nullptr ? std::string_view() : view(record->path); // perhaps without a terminator
+    list_debug("input data error! [%.*s]\n", static_cast<int>(path.size()), path.data());
     return 0;
   }
   load_begins();
@@ -102,7 +104,7 @@ int add_share(smb_share *record) {
   list_debug("write_list      : [%s]\n", record->write_list);
   list_debug("invalid_users   : [%s]\n", record->invalid_users);
 
-  get_samba_info();
+  load_catalogue();
   if (check_smb_share_name(record->name) != nullptr) {
     return refuse();
   }
@@ -126,7 +128,7 @@ int mod_share(smb_share *record) {
   ProgramLock lock(catalogue_lock);
   normalise_lists(*record);
 
-  get_samba_info();
+  load_catalogue();
   if (check_smb_share_name(record->name) == nullptr) {
     return refuse();
   }
@@ -145,7 +147,7 @@ int del_share(const char *name) {
   load_begins();
   ProgramLock lock(catalogue_lock);
   const Text<2 * name_width> wanted{name}; // it may lie in the very list that the load empties
-  get_samba_info();
+  load_catalogue();
   if (check_smb_share_name(wanted.c_str()) == nullptr) {
     list_debug("not find %s\n", wanted.c_str());
     return refuse();

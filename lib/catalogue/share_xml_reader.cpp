@@ -4,6 +4,7 @@
 #include "support/debug.h"
 #include "support/presence.h"
 #include "support/text.h"
+#include "support/trouble.h"
 #include "support/xml.h"
 #include "volume/volume_kind.h"
 
@@ -31,6 +32,7 @@ public:
     read_child(item, "hd_serial", share.hd_serial);
     renumber(share);
     if (!accepts(share)) {
+      note_possible_loss(share);
       return;
     }
     read_place(item, share);
@@ -59,8 +61,7 @@ private:
       pss->list_changed = 1;
     } else if (!contains(view(share.hd_serial), uuid_label) &&
                is_array_device(view(pss->vol_mount_dev[volume_]))) {
-      assign(share.hd_serial, id_);
-      pss->list_changed = 1;
+      take_id(share);
       if (share.volume_raid >= single_disk && share.volume_raid <= mirroring) {
         ++share.volume_raid;
       }
@@ -83,6 +84,18 @@ private:
     }
     return serial == (contains(serial, uuid_label) ? id_ : bay_serial_);
   }
+
+  // A disk or array that does not tell today which one it is may be the one that this record belongs to, and
+  // what is skipped now is gone with the next store.
+  void note_possible_loss(const smb_share &share) const {
+    int other = 1 - volume_;
+    bool of_other = pss->vol_present[other] == 1 && view(share.hd_serial) == view(pss->vol_comp_str[other]);
+    if (!is_known(id_) && !of_other) {
+      note_trouble();
+    }
+  }
+
+  static bool is_known(std::string_view id) { return !id.empty() && id != uuid_label; }
 
   void read_place(xmlNode *item, smb_share &share) const {
     read_recovered(item, "name", share.name);
@@ -116,6 +129,14 @@ private:
 
   void tag(smb_share &share, std::int32_t kind) const {
     share.volume_raid = kind;
+    take_id(share);
+  }
+
+  // Stored with an identity that nobody has, the record would be nobody's.
+  void take_id(smb_share &share) const {
+    if (!is_known(id_)) {
+      note_trouble();
+    }
     assign(share.hd_serial, id_);
     pss->list_changed = 1;
   }

@@ -3,6 +3,7 @@
 #include "nasshare/support.h"
 #include "support/trouble.h"
 
+#include <cerrno>
 #include <csignal>
 #include <sys/wait.h>
 
@@ -41,7 +42,9 @@ int CommandOutput::close() {
     return -1;
   }
   int status = pipe_.close();
-  if (status == -1 || was_killed(status)) {
+  // A program that ignores SIGCHLD never learns how its children end.
+  bool unknown = status == -1 && errno != ECHILD;
+  if (unknown || (status != -1 && was_killed(status))) {
     note_trouble();
   }
   return status;

@@ -2,8 +2,6 @@
 
 #include "support/text.h"
 
-#include <cstdio>
-#include <cstdlib>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -20,19 +18,6 @@ bool is_own_file(const char *path) {
   struct stat status {};
   return lstat(path, &status) == 0 && S_ISREG(status.st_mode) && status.st_uid == geteuid() &&
          status.st_nlink == 1;
-}
-
-bool make_way(const char *path) {
-  if (rmdir(path) == 0) {
-    return true;
-  }
-  // A folder of one's own, which nobody can have prepared, takes what cannot be removed.
-  Text<path_width> aside{path, ".XXXXXX"};
-  if (mkdtemp(aside.field().data()) == nullptr) {
-    return false;
-  }
-  Text<path_width> planted{nasshare::view(aside.field()), "/planted"};
-  return std::rename(path, planted.c_str()) == 0;
 }
 
 } // namespace nasshare

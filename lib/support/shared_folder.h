@@ -12,7 +12,4 @@ bool is_in_shared_folder(std::string_view path);
 // Whether the path is a file of this process's user alone: no link, no second name, no pipe, nobody else's.
 bool is_own_file(const char *path);
 
-// Moves a folder that stands at the path out of the way; false when nothing could be done.
-bool make_way(const char *path);
-
 } // namespace nasshare

@@ -50,7 +50,7 @@ bool take_over_mode(int fd, const char *path) {
 mode_t mode_of_new_files() {
   mode_t mask = umask(0);
   umask(mask);
-  return 0666U & ~mask;
+  return 0644U & ~mask; // under a mask of zero too, nobody else is to write who may read what
 }
 
 // Creates the successor and gives it its name. In a shared folder nobody can know that name beforehand.
@@ -69,12 +69,23 @@ bool fill_fresh(Descriptor &file, const char *path, std::string_view content, Mo
   return has_mode && write_all(file.get(), content) && fsync(file.get()) == 0 && file.close() == 0;
 }
 
+// Over whatever stands there: a folder, which somebody may plant where everybody can write, changes places
+// with the file, so that there is never room for the next one. It may come and go meanwhile.
 bool rename_over(const char *fresh, const char *target) {
-  if (std::rename(fresh, target) == 0) {
-    return true;
+  constexpr int attempts = 1000;
+  for (int attempt = 0; attempt < attempts; ++attempt) {
+    if (std::rename(fresh, target) == 0) {
+      return true;
+    }
+    if (errno != EISDIR || !is_in_shared_folder(target)) {
+      return false;
+    }
+    if (renameat2(AT_FDCWD, fresh, AT_FDCWD, target, RENAME_EXCHANGE) == 0) {
+      rmdir(fresh); // or it stays there, with what is in it
+      return true;
+    }
   }
-  return errno == EISDIR && is_in_shared_folder(target) && make_way(target) &&
-         std::rename(fresh, target) == 0;
+  return false;
 }
 
 } // namespace

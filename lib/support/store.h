@@ -8,8 +8,8 @@ namespace nasshare {
 // The name under which a file's successor is written, in the same folder.
 inline constexpr std::string_view fresh_suffix = ".new";
 
-// The mode of the new file: that of any file the process creates; or the old file's mode and owner, and
-// without an old one its owner's alone (0600).
+// The mode of the new file: that of any file the process creates, but that others never write to it; or the
+// old file's mode and owner, and without an old one its owner's alone (0600).
 enum class Mode { as_created, kept_or_private };
 
 // Flushes the finished file `fresh`, renames it over `target` and flushes the folder. On failure `fresh` is

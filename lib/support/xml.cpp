@@ -1,6 +1,7 @@
 #include "support/xml.h"
 
 #include "support/owners.h"
+#include "support/shared_folder.h"
 #include "support/store.h"
 #include "support/text.h"
 #include "support/trouble.h"
@@ -107,6 +108,19 @@ private:
   std::size_t size_ = 0;
 };
 
+// Whether the document has entities of its own, which can make gigabytes of a few lines and which no file of
+// the appliance has.
+bool declares_entities(const xmlDoc *document) {
+  const auto *declarations = document == nullptr ? nullptr : document->intSubset;
+  const auto *node = declarations == nullptr ? nullptr : declarations->children;
+  while (node != nullptr &&
+         (node->type != XML_ENTITY_DECL ||
+          reinterpret_cast<const xmlEntity *>(node)->etype != XML_INTERNAL_GENERAL_ENTITY)) {
+    node = node->next;
+  }
+  return node != nullptr;
+}
+
 XmlDocument parse_once(std::string_view text) {
   QuietLibrary library;
   const ParserContext parser(xmlNewParserCtxt());
@@ -116,7 +130,7 @@ XmlDocument parse_once(std::string_view text) {
   if (!parser || parser->errNo == XML_ERR_NO_MEMORY) {
     library.see_shortage();
   }
-  return library.short_of_memory() ? nullptr : std::move(document);
+  return library.short_of_memory() || declares_entities(document.get()) ? nullptr : std::move(document);
 }
 
 } // namespace
@@ -377,7 +391,25 @@ XmlText compose_xml(xmlDoc *document) {
 bool store_xml(xmlDoc *document, const char *path) {
   auto text = compose_xml(document);
   // Short of memory the composer may stop midway.
-  return text && parse_xml(view(text)) && store_file(path, view(text));
+  if (!text || !parse_xml(view(text))) {
+    return false;
+  }
+  keep_broken_xml_aside(path);
+  return store_file(path, view(text));
+}
+
+void keep_broken_xml_aside(const char *path) {
+  if (is_in_shared_folder(path)) {
+    return; // whatever lies there, nobody has stored it
+  }
+  const FileText text(path);
+  bool holds_records = contains(text.view(), "<item>");
+  if (!holds_records || parse_xml(text.view()) || load_was_troubled()) {
+    return;
+  }
+  const Text<path_width> aside{path, ".bad"};
+  unlink(aside.c_str());
+  static_cast<void>(link(path, aside.c_str())); // a folder that takes no second name does not keep the change
 }
 
 } // namespace nasshare

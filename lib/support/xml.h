@@ -72,6 +72,10 @@ bool add_number(xmlNode *parent, const char *name, std::int32_t value);
 // The document as text, indented, in UTF-8; null when memory is short.
 XmlText compose_xml(xmlDoc *document);
 
+// Gives a file with records that is not well-formed a second name, NAME.bad, before its successor takes the
+// first: what a failing disk has left of it may be all that is left.
+void keep_broken_xml_aside(const char *path);
+
 // Replaces the file with the document, indented, in UTF-8. False, and the old file untouched, on failure.
 bool store_xml(xmlDoc *document, const char *path);
 

@@ -3,6 +3,7 @@
 #include "appliance.h"
 #include "share.h"
 
+#include "nasshare/acl.h"
 #include "nasshare/catalogue.h"
 
 #include <cstring>
@@ -41,6 +42,19 @@ TEST(AListedSharesOwnName, DeletesIt) {
   EXPECT_EQ(del_share(pss->head->name), 1);
   EXPECT_EQ(chk_share("Music"), 1);
   EXPECT_EQ(chk_share("Films"), 0);
+}
+
+TEST(AListedSharesOwnName, IsThatOfAnAccount) {
+  Appliance::single_disks()
+      .folder("/mnt/HD/HD_a2/home")
+      .shares(
+          "/mnt/HD_a4",
+          share_xml({Share{"alice"}.path("/mnt/HD/HD_a2/home").write("#bob#").on_disk("WD-TESTDISK0001")}));
+  get_samba_info();
+  ASSERT_EQ(pss->count, 1);
+  insert_acnt_node("alice", 2);
+  EXPECT_EQ(acnt_mod_share(pss->head->name), 1);
+  EXPECT_NE(stored().find("<write_list>#bob#,#alice#</write_list>"), std::string::npos) << stored();
 }
 
 TEST(AListedRecord, CanBeChanged) {

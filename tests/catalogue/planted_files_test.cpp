@@ -5,8 +5,10 @@
 
 #include "nasshare/catalogue.h"
 
+#include <csignal>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace {
@@ -23,9 +25,13 @@ Appliance volumes() {
       .file("/home/planted.xml", "<config/>");
 }
 
-void expect_added() {
+void expect_stored() {
   EXPECT_EQ(add_share(Share{"Music"}.path("/mnt/HD/HD_a2/Music").write("#alice#")), 1);
   EXPECT_NE(read_file(stored).find("<name>Music</name>"), std::string::npos);
+}
+
+void expect_added() {
+  expect_stored();
   EXPECT_FALSE(exists(temporary));
   EXPECT_EQ(read_file("/etc/secret"), "secret");
 }
@@ -72,6 +78,22 @@ TEST(PlantedInTheWayOfAChange, AFileOfSomebodyElse) {
 TEST(PlantedInTheWayOfAChange, ThePlainNameOfASuccessor) {
   volumes().file("/tmp/.smb.xml.new/planted", "x");
   expect_added();
+}
+
+TEST(PlantedInTheWayOfAChange, FoldersWithoutEnd) {
+  volumes();
+  const pid_t planter = fork();
+  if (planter == 0) {
+    EXPECT_EQ(setuid(somebody), 0);
+    for (;;)
+      mkdir(temporary, 0777);
+  }
+  for (int i = 0; i < 20; ++i) {
+    expect_stored();
+    EXPECT_EQ(del_share("Music"), 1);
+  }
+  EXPECT_EQ(kill(planter, SIGKILL), 0);
+  EXPECT_EQ(waitpid(planter, nullptr, 0), planter);
 }
 
 TEST(PlantedToBeSpread, ASymbolicLinkIsNot) {

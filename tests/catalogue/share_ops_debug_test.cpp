@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <functional>
 
 namespace {
@@ -179,6 +180,14 @@ TEST(AddShareOutput, NamesThePathOfInvalidInput) {
       EXPECT_EQ(output_of([&row] { EXPECT_EQ(add_share(row.share), 0); }), flag == 0 ? "" : row.message);
     }
   }
+}
+
+TEST(AddShareOutput, OfAPathWithoutATerminatorEndsWithTheField) {
+  smb_share record = Share{"Music"};
+  std::memset(record.path, 'x', sizeof record.path);
+  smb_dbg_flag = 2;
+  EXPECT_EQ(output_of([&] { EXPECT_EQ(add_share(&record), 0); }),
+            "input data error! [" + std::string(sizeof record.path, 'x') + "]\n");
 }
 
 TEST(AddShareOutput, OfNoRecordHasAnEmptyPath) {

@@ -17,6 +17,7 @@
 #include <fcntl.h>
 #include <sys/inotify.h>
 #include <sys/mount.h>
+#include <sys/stat.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
@@ -685,4 +686,29 @@ TEST(DelShare, LeavesTheVolumesWhenTheTemporaryFileCannotBeWritten) {
   two_shares().read_only("/tmp");
   EXPECT_EQ(del_share("Music"), 0);
   expect_on_both_volumes(share_xml({music(), docs()}));
+}
+
+// ---- Volumes that take no copy
+
+TEST(SpreadCatalogue, ThatNoVolumeTakesIsNotStored) {
+  Appliance machine = Appliance::single_disks();
+  machine.folder("/mnt/HD/HD_a2/Music").read_only("/mnt/HD_a4").read_only("/mnt/HD_b4");
+  EXPECT_EQ(add_share(Share{"Music"}.path("/mnt/HD/HD_a2/Music")), 0);
+  EXPECT_EQ(transcript().find("smbcom"), std::string::npos);
+}
+
+TEST(SpreadCatalogue, ThatOneVolumeTakesIsStored) {
+  Appliance machine = Appliance::single_disks();
+  machine.folder("/mnt/HD/HD_a2/Music").read_only("/mnt/HD_b4");
+  EXPECT_EQ(add_share(Share{"Music"}.path("/mnt/HD/HD_a2/Music")), 1);
+  EXPECT_EQ(chk_share("Music"), 0);
+}
+
+// A program may run under any mask; who may read what is for root alone to write.
+TEST(SpreadCatalogue, IsNeverForOthersToWrite) {
+  Appliance machine = Appliance::single_disks();
+  machine.folder("/mnt/HD/HD_a2/Music");
+  umask(0);
+  EXPECT_EQ(add_share(Share{"Music"}.path("/mnt/HD/HD_a2/Music")), 1);
+  EXPECT_EQ(mode("/mnt/HD_a4/.systemfile/.smb.xml"), 0644U);
 }

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <csignal>
 #include <string>
 
 namespace {
@@ -62,6 +63,72 @@ TEST(TroubledLoad, SharesOfADiskThatDoesNotAnswerStay) {
   const std::string before = read_file(files[0]);
   machine.disk_fails("sdb");
   expect_refused(before);
+}
+
+TEST(TroubledLoad, SharesOfADiskThatIsBusyStay) {
+  Appliance machine = two_disks();
+  const std::string before = read_file(files[0]);
+  constexpr int busy = 8;
+  machine.disk_status("sdb", busy, 0, 0);
+  expect_refused(before);
+  machine.disk_status("sdb", 0, 0, 0);
+  EXPECT_EQ(add_share(Share{"New"}.path("/mnt/HD/HD_a2/new")), 1);
+}
+
+TEST(TroubledLoad, SharesOfADiskThatAScanLeavesOutStay) {
+  Appliance machine = two_disks();
+  const std::string before = read_file(files[0]);
+  machine.script("sg_scan", "echo '/dev/sda: scsi0 channel=0 id=0 lun=0 [em]'");
+  expect_refused(before);
+}
+
+TEST(TroubledLoad, SharesOfAnArrayThatIsNotDescribedStay) {
+  Appliance machine = Appliance::mirror();
+  machine.folder("/mnt/HD/HD_a2/new").folder("/mnt/HD/HD_a2/Music");
+  ASSERT_EQ(add_share(Share{"Music"}.path("/mnt/HD/HD_a2/Music")), 1);
+  const std::string before = read_file(files[0]);
+  machine.script("mdadm", "exit 1");
+  expect_refused(before);
+}
+
+// Records of the older numbering take the array's identity; nobody would have the one that is not known.
+TEST(TroubledLoad, RecordsAreNotTaggedWithAnUnknownIdentity) {
+  Appliance machine = Appliance::mirror();
+  const std::string before =
+      share_xml({Share{"Music"}.path("/mnt/HD/HD_a2/Music").tag(3, "WD-TESTDISK0001").everyone()});
+  machine.folder("/mnt/HD/HD_a2/new").shares("/mnt/HD_a4", before).shares("/mnt/HD_b4", before);
+  machine.script("mdadm", "exit 1");
+  expect_refused(before);
+}
+
+// Somebody mounts an image below a volume, which is then taken for the volume's device.
+TEST(TroubledLoad, SharesOfAVolumeWithAMountBelowItStay) {
+  Appliance machine = two_disks();
+  const std::string before = read_file(files[0]);
+  machine.folder("/mnt/HD/HD_b2/Music/image")
+      .mtab("/dev/sda2 /mnt/HD/HD_a2 ext4 rw 0 0\n"
+            "/dev/sda4 /mnt/HD_a4 ext4 rw 0 0\n"
+            "/dev/sdb2 /mnt/HD/HD_b2 ext4 rw 0 0\n"
+            "/dev/sdb4 /mnt/HD_b4 ext4 rw 0 0\n"
+            "/dev/loop0 /mnt/HD/HD_b2/Music/image iso9660 ro 0 0\n");
+  expect_refused(before);
+}
+
+// A disk that never had a serial is known by that.
+TEST(TroubledLoad, ADiskWithoutASerialKeepsItsShares) {
+  Appliance machine = Appliance::single_disks();
+  machine.disk("sda", "scsi0", "").folder("/mnt/HD/HD_a2/new").folder("/mnt/HD/HD_b2/Music");
+  EXPECT_EQ(add_share(Share{"Music"}.path("/mnt/HD/HD_b2/Music")), 1);
+  EXPECT_EQ(add_share(Share{"New"}.path("/mnt/HD/HD_a2/new")), 1);
+  EXPECT_EQ(chk_share("Music"), 0);
+  EXPECT_EQ(chk_share("New"), 0);
+}
+
+// Daemons ignore SIGCHLD, and what they start inherits that.
+TEST(TroubledLoad, AProgramThatIgnoresItsChildrenChangesShares) {
+  two_disks();
+  std::signal(SIGCHLD, SIG_IGN);
+  EXPECT_EQ(add_share(Share{"New"}.path("/mnt/HD/HD_a2/new")), 1);
 }
 
 } // namespace

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/mount.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -153,6 +154,17 @@ TEST(ConfigDatabase, MissingArgumentsAreAbsentValues) {
   xml_set_str(nullptr, "x");
   xml_set_str("/hw_ver", nullptr);
   EXPECT_EQ(xml_get_int("/hw_ver"), 7);
+}
+
+// Everybody may open the folder, and so lock it.
+TEST(ConfigDatabase, AFolderThatSomebodyLocksIsNotInTheWay) {
+  write_database("<config/>");
+  const int locked = open(folder, O_RDONLY | O_DIRECTORY);
+  ASSERT_EQ(flock(locked, LOCK_EX), 0);
+  alarm(20);
+  xml_set_str("/hw_ver", "7");
+  EXPECT_EQ(xml_get_int("/hw_ver"), 7);
+  close(locked);
 }
 
 TEST(ConfigDatabase, WhatKeepsAValueFromBeingReadIsInErrno) {
