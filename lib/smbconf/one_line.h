@@ -13,8 +13,9 @@ using Line = Text<list_width>;
 // The value with a blank for each line end.
 inline Line one_line(std::string_view value) {
   Line line{value};
+  auto text = line.field().first(line.view().size());
   std::ranges::replace_if(
-      line.field(), [](char c) { return c == '\n' || c == '\r'; }, ' ');
+      text, [](char c) { return c == '\n' || c == '\r'; }, ' ');
   return line;
 }
 
