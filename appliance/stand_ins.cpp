@@ -4,9 +4,11 @@
  * below /run/appliance. Everything else goes on to the C library.
  *
  *   mdstat              what /proc/mdstat holds; without it the file does not exist
- *   disks/sda           lines "scsi scsi0", "serial TEXT", "serial_bytes HEX" (20 bytes as the disk sends
- * them), "status N", "host_status N", "driver_status N", "fail" (the request itself fails) egiga0 hardware
- * address, such as 02:00:00:0a:1b:02 driver-serial-0|1   20 bytes that the driver leaves for that bay
+ *   disks/sda           lines "scsi scsi0", "serial TEXT", "serial_bytes HEX" (20 bytes as the disk
+ *                       sends them), "status N", "host_status N", "driver_status N", and "fail" when
+ *                       the request itself fails
+ *   egiga0              hardware address, such as 02:00:00:0a:1b:02
+ *   driver-serial-0|1   20 bytes that the driver leaves for that bay
  *   requests            log of the requests that were answered here
  *
  * Loaded with LD_PRELOAD, or linked into a program, whose definitions win over the C library's.

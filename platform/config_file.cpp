@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 namespace platform {
+
 std::optional<std::string> read_file(const char *path) {
   nasshare::Descriptor file(open(path, O_RDONLY | O_CLOEXEC));
   if (!file) {

@@ -1,6 +1,6 @@
 #include "nasshare/ads.h"
-#include "smbconf/one_line.h"
 #include "support/in_place.h"
+#include "support/one_line.h"
 
 using namespace nasshare;
 

@@ -1,5 +1,4 @@
 #include "nasshare/smbconf.h"
-#include "smbconf/one_line.h"
 #include "smbconf/sections.h"
 #include "support/text.h"
 
@@ -7,10 +6,10 @@ using namespace nasshare;
 
 void nasshare::write_everyone(FILE *file, const char *option) {
   if (pss->ads_enable == 1) {
-    std::fprintf(file, "%s = \"nobody\",\"+%s+Domain Users\"\n", option,
-                 one_line(view(pss->ads_workgroup)).c_str());
+    write_option(file, option,
+                 Text<2 * name_width>{"\"nobody\",\"+", view(pss->ads_workgroup), "+Domain Users\""}.view());
   } else {
-    std::fprintf(file, "%s = \"nobody\",\"@allaccount\"\n", option);
+    write_option(file, option, "\"nobody\",\"@allaccount\"");
   }
 }
 
@@ -19,7 +18,8 @@ void nasshare::write_recycle_sections(FILE *file) {
     if (pss->vol_present[volume] != 1 || pss->vol_recycle[volume] != 1) {
       continue;
     }
-    std::fprintf(file, "\n[ Recycle Bin - %s ]\n", one_line(view(pss->vol_share_name[volume])).c_str());
+    std::fprintf(file, "\n");
+    write_section(file, Text<2 * name_width>{"Recycle Bin - ", view(pss->vol_share_name[volume])}.view());
     std::fprintf(file, "comment = Recycle Bin Directories\n");
     Text<path_width> folder{SMB_VOL_NAME[volume], "/", recycle_folder};
     create_recycle_user_directory(folder.c_str());

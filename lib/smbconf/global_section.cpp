@@ -1,7 +1,7 @@
 #include "smbconf/sections.h"
 
 #include "nasshare/catalogue.h"
-#include "smbconf/one_line.h"
+#include "support/text.h"
 
 using namespace nasshare;
 
@@ -70,20 +70,20 @@ queueresume command = /usr/local/LPRng/sbin/lpc -P%p start
 
 void nasshare::write_global_section(FILE *file) {
   std::fprintf(file, "[ global ]\n");
-  std::fprintf(file, "netbios name = %s\n", one_line(view(pss->netbios_name)).c_str());
-  std::fprintf(file, "server string = %s\n", one_line(view(pss->server_string)).c_str());
+  write_option(file, "netbios name", view(pss->netbios_name));
+  write_option(file, "server string", view(pss->server_string));
   std::fprintf(file,
                "veto files = /.AppleDouble/.AppleDB/.bin/.AppleDesktop/Network Trash "
                "Folder/%s/.systemfile/lost+found/Nas_Prog/%s/%s/\n",
                recycle_folder, "P2P", "aMule");
   if (pss->ads_enable == 1) {
-    std::fprintf(file, "workgroup = %s\n", one_line(view(pss->ads_workgroup)).c_str());
+    write_option(file, "workgroup", view(pss->ads_workgroup));
     std::fprintf(file, "security = ads\n");
-    std::fprintf(file, "realm = %s\n", one_line(view(pss->ads_realm)).c_str());
-    std::fprintf(file, "password server = %s\n", one_line(view(pss->ads_pwd_server)).c_str());
+    write_option(file, "realm", view(pss->ads_realm));
+    write_option(file, "password server", view(pss->ads_pwd_server));
     std::fputs(winbind_options, file);
   } else {
-    std::fprintf(file, "workgroup = %s\n", one_line(view(pss->workgroup)).c_str());
+    write_option(file, "workgroup", view(pss->workgroup));
     std::fprintf(file, "security = user\n");
   }
   if (pss->dfs_enable == 1) {

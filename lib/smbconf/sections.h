@@ -5,11 +5,16 @@
 #include "smbconf/file_services.h"
 
 #include <cstdio>
+#include <string_view>
 
 namespace nasshare {
 
 // Name of the recycle folder in a volume's root.
 inline constexpr const char *recycle_folder = "recycle";
+
+// A section's first line and an option's line. A line end in the name or value is a blank there.
+void write_section(FILE *file, std::string_view name);
+void write_option(FILE *file, const char *option, std::string_view value);
 
 void write_global_section(FILE *file);
 

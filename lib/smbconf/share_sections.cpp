@@ -1,6 +1,5 @@
 #include "nasshare/acl.h"
 #include "nasshare/smbconf.h"
-#include "smbconf/one_line.h"
 #include "smbconf/sections.h"
 #include "smbconf/usb_permissions.h"
 #include "support/linked_list.h"
@@ -23,7 +22,7 @@ void mark_recycling_volume(const smb_share &share) {
 // Converts the list of the listed record in place.
 void write_list(FILE *file, const char *option, char *list) {
   convert_list(list);
-  std::fprintf(file, "%s = %s\n", option, one_line(list).c_str());
+  write_option(file, option, list);
 }
 
 void write_recycle_options(FILE *file, smb_share &share) {
@@ -39,16 +38,15 @@ void write_recycle_options(FILE *file, smb_share &share) {
 }
 
 void write_share(FILE *file, smb_share &share, const FileServices &services) {
-  std::fprintf(file, "[ %s ]\n", one_line(view(share.name)).c_str());
-  std::fprintf(file, "comment = %s\n", one_line(view(share.comment)).c_str());
+  write_section(file, view(share.name));
+  write_option(file, "comment", view(share.comment));
   open_usb_permissions(share.path);
-  std::fprintf(file, "path = %s\n", one_line(view(share.path)).c_str());
+  write_option(file, "path", view(share.path));
   mark_recycling_volume(share);
-  std::fprintf(file, "browseable = %s\n", one_line(view(share.browseable)).c_str());
-  std::fprintf(file, "public = %s\n", one_line(view(share.public_)).c_str());
-  std::fprintf(file, "oplocks = %s\n",
-               services.forbid_oplocks(share.path) ? "no" : one_line(view(share.oplocks)).c_str());
-  std::fprintf(file, "map archive = %s\n", one_line(view(share.map_archive)).c_str());
+  write_option(file, "browseable", view(share.browseable));
+  write_option(file, "public", view(share.public_));
+  write_option(file, "oplocks", services.forbid_oplocks(share.path) ? "no" : view(share.oplocks));
+  write_option(file, "map archive", view(share.map_archive));
   write_list(file, "read list", share.read_list);
   write_list(file, "write list", share.write_list);
   write_list(file, "invalid users", share.invalid_users);

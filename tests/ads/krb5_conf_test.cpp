@@ -90,6 +90,12 @@ TEST(Krb5Conf, TakesTheSettingsAsTheyAre) {
   }
 }
 
+TEST(Krb5Conf, ALineEndInASettingBeginsNoLineOfItsOwn) {
+  set(smbshare.ads_realm, "CORP\n[realms]");
+  set(smbshare.ads_pwd_server, "dc1\r\nkdc = dc2");
+  EXPECT_EQ(written(), krb5_conf_of("CORP [realms]", "dc1  kdc = dc2"));
+}
+
 TEST(Krb5Conf, HoldsTheLongestSettingsWhole) {
   const std::string realm(511, 'R');
   const std::string server(511, 's');

@@ -6,8 +6,12 @@
 
 #include "nasshare/support.h"
 
+#include <fcntl.h>
+#include <sys/file.h>
 #include <sys/mount.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace {
 
@@ -173,6 +177,24 @@ TEST(SmbConf, IsNeverForOthersToWrite) {
   outside_a_domain();
   generated();
   EXPECT_EQ(mode(smb_conf), 0644U);
+}
+
+// Two texts written at once would be mixed.
+TEST(SmbConf, IsNotWrittenWhileAnotherProgramWritesIt) {
+  Appliance{}.file(smb_conf, "old");
+  const int other = open("/run/nasshare-smb-conf.lock", O_RDWR | O_CREAT | O_CLOEXEC, 0600);
+  ASSERT_EQ(flock(other, LOCK_EX), 0);
+  const pid_t program = fork();
+  if (program == 0)
+    _exit(create_smb_conf());
+  usleep(300000);
+  EXPECT_EQ(read_file(smb_conf), "old");
+  EXPECT_EQ(flock(other, LOCK_UN), 0);
+  int status = -1;
+  EXPECT_EQ(waitpid(program, &status, 0), program);
+  EXPECT_EQ(status, 0);
+  EXPECT_NE(read_file(smb_conf), "old");
+  close(other);
 }
 
 // Who is denied by a group or account that nobody could look up would be let in.
