@@ -28,8 +28,9 @@ void Get_Mac_Str(char *destination);
    records into Samba's form, drops a trailing "/" of a recycling share's path, sets vol_recycle, creates
    the recycle directories, and gives shares on USB disks mode 777. A line end in a value becomes a blank.
    Returns 0 when the file cannot be opened and when it was written. Returns -1, and the file holds what it
-   held, when memory or the disk has no room for the text and when the load met trouble (an account database
-   that fails, say): who is denied could then be missing. Loads nothing itself (get_samba_info2). */
+   held, when memory or the disk has no room for the text and when the load was short of memory or
+   descriptors, or of the settings or accounts: who is denied could then be missing. Loads nothing itself
+   (get_samba_info2). */
 int create_smb_conf(void);
 
 /* Writes the printer section, when a hidden system partition is mounted, to the file. */
@@ -47,7 +48,8 @@ int cal_slash_num(char *path);
 void make_related_path(char *destination, int slash_count);
 
 /* Makes a recycle root and one directory per user below it, each mode 0777 and owned by its user: the
-   local accounts, in Active Directory mode the users that "wbinfo -z" lists. What exists is left alone. */
+   local accounts, in Active Directory mode the users that "wbinfo -z" lists. What exists is left alone; a
+   root that is a link is not followed. */
 void create_recycle_user_directory(const char *directory);
 
 #pragma GCC visibility pop

@@ -3,11 +3,11 @@
 #include "catalogue/share_xml.h"
 #include "nasshare/catalogue.h"
 #include "nasshare/support.h"
-#include "support/presence.h"
 #include "support/shared_folder.h"
 #include "support/store.h"
 #include "support/xml.h"
 
+#include <cerrno>
 #include <unistd.h>
 
 using namespace nasshare;
@@ -38,7 +38,7 @@ struct Copies {
 void copy_into(const HiddenPath &folder, Copies &copies) {
   if (copy_to(share_xml_in(folder))) {
     ++copies.made;
-  } else if (is_there(HiddenPath{folder.view(), "/.systemfile"}.c_str())) {
+  } else if (access(HiddenPath{folder.view(), "/.systemfile"}.c_str(), F_OK) == 0 || errno != ENOENT) {
     ++copies.failed;
   }
 }

@@ -25,7 +25,8 @@ template <class Visit> bool each_hidden_folder(Visit visit) {
 }
 
 // Puts the temporary share XML into each of them; false when it is nobody's own file, when they cannot be
-// listed, and when none of them took it. One of two that fails is as good as a disk that is not there.
+// listed, and when none of those that have the folder ".systemfile" took it. One of two that fails is not
+// told.
 bool spread_catalogue();
 
 } // namespace nasshare

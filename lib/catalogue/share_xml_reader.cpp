@@ -32,7 +32,7 @@ public:
     read_child(item, "hd_serial", share.hd_serial);
     renumber(share);
     if (!accepts(share)) {
-      note_possible_loss(share);
+      note_possible_loss(item, share);
       return;
     }
     read_place(item, share);
@@ -85,13 +85,13 @@ private:
     return serial == (contains(serial, uuid_label) ? id_ : bay_serial_);
   }
 
-  // A disk or array that does not tell today which one it is may be the one that this record belongs to, and
-  // what is skipped now is gone with the next store.
-  void note_possible_loss(const smb_share &share) const {
+  // A disk or array that does not tell today which one it is may be the one that a record of this volume
+  // belongs to, and what is skipped now is gone with the next store.
+  void note_possible_loss(xmlNode *item, const smb_share &share) const {
     int other = 1 - volume_;
     bool of_other = pss->vol_present[other] == 1 && view(share.hd_serial) == view(pss->vol_comp_str[other]);
-    if (!is_known(id_) && !of_other) {
-      note_trouble();
+    if (!is_known(id_) && !of_other && contains(ChildText(item, "path").view(), mount_point_)) {
+      note_missing();
     }
   }
 
@@ -135,7 +135,7 @@ private:
   // Stored with an identity that nobody has, the record would be nobody's.
   void take_id(smb_share &share) const {
     if (!is_known(id_)) {
-      note_trouble();
+      note_missing();
     }
     assign(share.hd_serial, id_);
     pss->list_changed = 1;

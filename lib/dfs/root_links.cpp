@@ -30,14 +30,19 @@ void set_root_mode(mode_t mode) {
   static_cast<void>(fchmod(folder.get(), mode)); // whatever the umask is
 }
 
-bool is_empty_root() {
+int is_in_tree(const dirent *entry) {
+  auto name = std::string_view(entry->d_name);
+  return name != "." && name != ".." ? 1 : 0;
+}
+
+bool has_old_tree() {
   dirent **entries = nullptr;
-  int count = scandir(root_path, &entries, nullptr, nullptr);
+  int count = scandir(root_path, &entries, is_in_tree, nullptr);
   for (int i = 0; i < count; ++i) {
     std::free(entries[i]);
   }
   std::free(entries);
-  return count == 2; // "." and ".."
+  return count > 0;
 }
 
 // While it is built, the tree is closed to everybody else: the commands follow links, and nobody may plant
@@ -46,7 +51,7 @@ bool make_closed_root() {
   set_root_mode(0700);
   run({"rm -rf ", root_path});
   mkdir(root_path, 0700);
-  return is_empty_root();
+  return !has_old_tree();
 }
 
 // The test sees the escaped name, the shell makes the plain one: for a group with such characters the

@@ -6,6 +6,7 @@
 #include "support/lines.h"
 #include "support/owners.h"
 #include "support/text.h"
+#include "support/trouble.h"
 
 #include <algorithm>
 #include <array>
@@ -80,6 +81,7 @@ void create_recycle_user_directory(const char *directory) {
   if (!given(directory)) {
     return;
   }
+  const TroubleApart apart; // a user without a directory is no reason to publish nothing
   make_open(AT_FDCWD, directory);
   const auto root = open_folder(AT_FDCWD, directory);
   if (pss->ads_enable == 1) {

@@ -4,7 +4,6 @@
 #include "smbconf/sections.h"
 #include "support/debug.h"
 #include "support/in_place.h"
-#include "support/program_lock.h"
 #include "support/trouble.h"
 
 #include <cstdio>
@@ -29,6 +28,9 @@ void compose(FILE *file, const FileServices &services) {
 int create_smb_conf(void) {
   const FileServices services;
   trace_debug("afp nfs state is [%d][%d]\n", services.afp ? 1 : 0, services.nfs ? 1 : 0);
+  if (load_is_doubtful()) {
+    return -1;
+  }
   InPlaceFile smb_conf("/etc/samba/smb.conf");
   if (!smb_conf.is_open()) {
     return 0;
@@ -38,9 +40,5 @@ int create_smb_conf(void) {
   }
   compose(smb_conf.text(), services);
   // Without an account that nobody could look up, a list of those who are denied would be short of it.
-  if (load_was_troubled()) {
-    return -1;
-  }
-  const ProgramLock lock(smb_conf_lock);
-  return smb_conf.commit();
+  return load_is_doubtful() ? -1 : smb_conf.commit();
 }

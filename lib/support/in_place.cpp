@@ -1,6 +1,7 @@
 #include "support/in_place.h"
 
 #include "nasshare/support.h"
+#include "support/program_lock.h"
 
 #include <algorithm>
 #include <fcntl.h>
@@ -52,7 +53,7 @@ bool write_from(int memory, off_t size, int fd) {
 } // namespace
 
 InPlaceFile::InPlaceFile(const char *path)
-    : file_(open(path, O_RDWR | O_CREAT | O_CLOEXEC, 0644)), text_(open_memory()) {}
+    : file_(open(path, O_RDWR | O_CREAT | O_CLOEXEC, 0664)), text_(open_memory()) {}
 
 bool InPlaceFile::write_over() {
   auto old_size = size_of(file_.get());
@@ -73,6 +74,7 @@ bool InPlaceFile::write_over() {
 }
 
 int InPlaceFile::commit() {
+  const ProgramLock lock(in_place_lock); // two texts written at once would be mixed
   bool written = write_over();
   return file_.close() == 0 && written ? 0 : -1;
 }

@@ -45,7 +45,7 @@ int CommandOutput::close() {
   // A program that ignores SIGCHLD never learns how its children end.
   bool unknown = status == -1 && errno != ECHILD;
   if (unknown || (status != -1 && was_killed(status))) {
-    note_trouble();
+    note_missing();
   }
   return status;
 }

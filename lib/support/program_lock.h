@@ -10,7 +10,7 @@ inline constexpr const char *catalogue_lock = "/run/nasshare.lock";
 inline constexpr const char *dfs_groups_lock =
     "/run/nasshare-dfs-groups.lock"; // taken before that of the links
 inline constexpr const char *dfs_links_lock = "/run/nasshare-dfs-links.lock";
-inline constexpr const char *smb_conf_lock = "/run/nasshare-smb-conf.lock";
+inline constexpr const char *in_place_lock = "/run/nasshare-in-place.lock";
 inline constexpr const char *configuration_lock = "/run/nasshare-configuration.lock"; // taken last
 
 class ProgramLock {

@@ -50,7 +50,7 @@ bool take_over_mode(int fd, const char *path) {
 mode_t mode_of_new_files() {
   mode_t mask = umask(0);
   umask(mask);
-  return 0644U & ~mask; // under a mask of zero too, nobody else is to write who may read what
+  return 0664U & ~mask; // under a mask of zero too, nobody else is to write who may read what
 }
 
 // Creates the successor and gives it its name. In a shared folder nobody can know that name beforehand.

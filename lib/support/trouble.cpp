@@ -8,7 +8,8 @@ namespace nasshare {
 
 namespace {
 
-bool troubled = false;
+bool doubtful = false;
+bool missing = false;
 
 constexpr std::array failures{EMFILE, ENFILE, ENOMEM, EIO, ENOSPC, EUCLEAN, EBADMSG};
 
@@ -19,30 +20,48 @@ template <std::size_t size> bool is_among(const std::array<int, size> &errors, i
 } // namespace
 
 void load_begins() {
-  troubled = false;
+  doubtful = false;
+  missing = false;
 }
 
 void note_trouble() {
-  troubled = true;
+  doubtful = true;
+}
+
+void note_missing() {
+  missing = true;
 }
 
 void note_file_error() {
   constexpr std::array facts{ENOENT, ENOTDIR, EISDIR, ELOOP,  ENAMETOOLONG,
                              EACCES, EPERM,   ENOTTY, EINVAL, ENOSYS};
-  troubled = troubled || !is_among(facts, errno);
+  constexpr std::array shortages{ENOMEM, EMFILE, ENFILE};
+  doubtful = doubtful || is_among(shortages, errno);
+  missing = missing || !is_among(facts, errno);
 }
 
 void note_setting_error() {
-  troubled = troubled || is_among(failures, errno);
+  doubtful = doubtful || is_among(failures, errno);
 }
 
 void note_account_error() {
   constexpr std::array again{EAGAIN, EINTR};
-  troubled = troubled || is_among(failures, errno) || is_among(again, errno);
+  doubtful = doubtful || is_among(failures, errno) || is_among(again, errno);
 }
 
 bool load_was_troubled() {
-  return troubled;
+  return doubtful || missing;
+}
+
+bool load_is_doubtful() {
+  return doubtful;
+}
+
+TroubleApart::TroubleApart() : doubtful_(doubtful), missing_(missing) {}
+
+TroubleApart::~TroubleApart() {
+  doubtful = doubtful_;
+  missing = missing_;
 }
 
 } // namespace nasshare

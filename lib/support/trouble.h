@@ -10,8 +10,12 @@ void load_begins();
 
 void note_trouble();
 
+// Shares may be missing, because a volume cannot be read, but those that were loaded are right.
+void note_missing();
+
 // Notes trouble when the errno of a file or device says so. That there is none, that it is of another kind or
-// not for this user is a fact and no trouble; whatever else went wrong may pass, or hides what is there.
+// not for this user is a fact and no trouble. A shortage of memory or descriptors is; whatever else went
+// wrong hides what is there, and it is missing.
 void note_file_error();
 
 // The same for a question to a database of settings or accounts. What answers such questions leaves much in
@@ -21,5 +25,22 @@ void note_setting_error();
 void note_account_error();
 
 bool load_was_troubled();
+
+// Whether what was loaded may be wrong, such as short of accounts that are denied, and must not be published
+// either; missing shares are no reason to publish none.
+bool load_is_doubtful();
+
+// What goes wrong during its life concerns nothing that is stored or published.
+class TroubleApart {
+public:
+  TroubleApart();
+  TroubleApart(const TroubleApart &) = delete;
+  TroubleApart &operator=(const TroubleApart &) = delete;
+  ~TroubleApart();
+
+private:
+  bool doubtful_;
+  bool missing_;
+};
 
 } // namespace nasshare

@@ -100,7 +100,7 @@ private:
     }
     if (!bytes_) {
       size_ = 0;
-      note_trouble();
+      note_file_error();
     }
   }
 

@@ -710,5 +710,5 @@ TEST(SpreadCatalogue, IsNeverForOthersToWrite) {
   machine.folder("/mnt/HD/HD_a2/Music");
   umask(0);
   EXPECT_EQ(add_share(Share{"Music"}.path("/mnt/HD/HD_a2/Music")), 1);
-  EXPECT_EQ(mode("/mnt/HD_a4/.systemfile/.smb.xml"), 0644U);
+  EXPECT_EQ(mode("/mnt/HD_a4/.systemfile/.smb.xml"), 0664U);
 }
