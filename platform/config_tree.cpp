@@ -1,40 +1,36 @@
+// The configuration database as a tree: which element a key path names, and what its value is.
 #include "config_tree.h"
+
+#include "base/text.h"
+#include "base/xml_characters.h"
+#include "base/xml_writer.h"
 
 #include <libxml/tree.h>
 
-namespace platform {
+namespace nasshare::platform {
 namespace {
 
-const xmlChar *as_xml(const std::string &text) {
-  return reinterpret_cast<const xmlChar *>(text.c_str());
-}
-
 xmlNode *ensure_child(xmlNode *parent, const std::string &name) {
-  xmlNode *child = nasshare::child_element(parent, name.c_str());
-  return child != nullptr ? child : nasshare::add_element(parent, name.c_str());
-}
-
-bool is_blank(const std::string &text) {
-  return text.find_first_not_of(" \t\r\n") == std::string::npos;
+  auto *const child = child_element(parent, name.c_str());
+  return child != nullptr ? child : add_element(parent, name.c_str());
 }
 
 // The element's own text, without that of its child elements. Blanks that only set child elements apart are
 // no text.
 std::string own_text(const xmlNode *element) {
   std::string text;
-  for (const xmlNode *node = element->children; node != nullptr; node = node->next) {
-    const bool holds_text = node->type == XML_TEXT_NODE || node->type == XML_CDATA_SECTION_NODE;
-    if (holds_text && node->content != nullptr) {
-      text += reinterpret_cast<const char *>(node->content);
+  for (const auto *node = element->children; node != nullptr; node = node->next) {
+    if (node->type == XML_TEXT_NODE || node->type == XML_CDATA_SECTION_NODE) {
+      text += as_text(node->content);
     }
   }
-  const bool has_children = nasshare::element_from(element->children) != nullptr;
-  return has_children && is_blank(text) ? std::string() : text;
+  const bool has_children = element_from(element->children) != nullptr;
+  return has_children && trimmed(text).empty() ? std::string() : text;
 }
 
 void remove_own_text(xmlNode *element) {
-  for (xmlNode *node = element->children; node != nullptr;) {
-    xmlNode *next = node->next;
+  for (auto *node = element->children; node != nullptr;) {
+    auto *const next = node->next;
     if (node->type != XML_ELEMENT_NODE) {
       xmlUnlinkNode(node);
       xmlFreeNode(node);
@@ -49,7 +45,7 @@ bool set_own_text(xmlNode *element, const std::string &value) {
   if (value.empty()) {
     return true;
   }
-  xmlNode *text = nasshare::new_text(element->doc, value.c_str());
+  auto *const text = new_text_or_note(element->doc, value.c_str());
   if (text == nullptr) {
     return false;
   }
@@ -63,15 +59,15 @@ bool set_own_text(xmlNode *element, const std::string &value) {
 
 } // namespace
 
-std::vector<std::string> key_path(std::string_view key) {
-  std::vector<std::string> path;
-  if (key.empty() || key.front() != '/' || !nasshare::xml_can_hold(key)) {
+KeyPath key_path(std::string_view key) {
+  KeyPath path;
+  if (!key.starts_with('/') || !can_xml_hold(key)) {
     return {};
   }
   while (!key.empty()) {
     key.remove_prefix(1);
     std::string name(key.substr(0, key.find('/')));
-    if (xmlValidateNCName(as_xml(name), 0) != 0) {
+    if (xmlValidateNCName(as_xml(name.c_str()), 0) != 0) {
       return {};
     }
     key.remove_prefix(name.size());
@@ -80,10 +76,10 @@ std::vector<std::string> key_path(std::string_view key) {
   return path;
 }
 
-std::optional<std::string> find_value(xmlDoc *database, const std::vector<std::string> &path) {
-  xmlNode *element = xmlDocGetRootElement(database);
-  for (const std::string &name : path) {
-    element = nasshare::child_element(element, name.c_str());
+std::optional<std::string> find_value(xmlDoc *database, const KeyPath &path) {
+  auto *element = xmlDocGetRootElement(database);
+  for (const auto &name : path) {
+    element = child_element(element, name.c_str());
     if (element == nullptr) {
       return std::nullopt;
     }
@@ -91,9 +87,9 @@ std::optional<std::string> find_value(xmlDoc *database, const std::vector<std::s
   return own_text(element);
 }
 
-bool store_value(xmlDoc *database, const std::vector<std::string> &path, const std::string &value) {
-  xmlNode *element = xmlDocGetRootElement(database);
-  for (const std::string &name : path) {
+bool store_value(xmlDoc *database, const KeyPath &path, const std::string &value) {
+  auto *element = xmlDocGetRootElement(database);
+  for (const auto &name : path) {
     element = ensure_child(element, name);
     if (element == nullptr) {
       return false;
@@ -102,4 +98,4 @@ bool store_value(xmlDoc *database, const std::vector<std::string> &path, const s
   return set_own_text(element, value);
 }
 
-} // namespace platform
+} // namespace nasshare::platform

@@ -2,22 +2,24 @@
 // config/system_mgr/samba/workgroup.
 #pragma once
 
-#include "support/xml.h"
+#include "base/xml_reader.h"
 
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
-namespace platform {
+namespace nasshare::platform {
+
+using KeyPath = std::vector<std::string>;
 
 // The element names of a key path; none for a text that is no key path ("", "/", "a/b", "/a//b", "/1").
-std::vector<std::string> key_path(std::string_view key);
+KeyPath key_path(std::string_view key);
 
 // The value of the key; an empty optional when the database does not hold the key.
-std::optional<std::string> find_value(xmlDoc *database, const std::vector<std::string> &path);
+std::optional<std::string> find_value(xmlDoc *database, const KeyPath &path);
 
 // Stores the value and makes the elements that are missing. False when memory is short.
-bool store_value(xmlDoc *database, const std::vector<std::string> &path, const std::string &value);
+[[nodiscard]] bool store_value(xmlDoc *database, const KeyPath &path, const std::string &value);
 
-} // namespace platform
+} // namespace nasshare::platform

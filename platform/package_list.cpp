@@ -1,12 +1,10 @@
-// The installed add-on packages, /etc/NAS_CFG/packages.xml.
+// The installed add-on packages: /etc/NAS_CFG/packages.xml, root element "packages", one "package" each with
+// the children "name" and "path".
+#include "base/text.h"
+#include "base/xml_reader.h"
 #include "nasshare/platform.h"
 
-#include "support/text.h"
-#include "support/xml.h"
-
-#include <memory>
-
-namespace platform {
+namespace nasshare::platform {
 namespace {
 
 constexpr const char *packages_path = "/etc/NAS_CFG/packages.xml";
@@ -14,23 +12,20 @@ constexpr const char *root_name = "packages";
 
 modx_package_list list = {};
 
-template <size_t width> bool assign_whole(char (&field)[width], std::string_view text) {
-  if (text.empty() || text.size() >= width) {
+bool assign_whole(std::span<char> field, std::string_view text) {
+  if (text.empty() || text.size() >= field.size()) {
     return false;
   }
-  nasshare::assign(field, text);
+  assign(field, text);
   return true;
 }
 
 // Null for a package without a name or a path, or with one that does not fit: half a path is another place.
 std::unique_ptr<modx_package> package_of(xmlNode *element) {
   auto package = std::make_unique<modx_package>();
-  const bool complete = assign_whole(package->name, nasshare::ChildText(element, "name").view()) &&
-                        assign_whole(package->path, nasshare::ChildText(element, "path").view());
-  if (!complete) {
-    return nullptr;
-  }
-  return package;
+  const bool is_complete = assign_whole(package->name, ChildText(element, "name").view()) &&
+                           assign_whole(package->path, ChildText(element, "path").view());
+  return is_complete ? std::move(package) : nullptr;
 }
 
 void clear() {
@@ -42,7 +37,7 @@ void clear() {
 }
 
 void append(std::unique_ptr<modx_package> package) {
-  modx_package **end = &list.first;
+  auto **end = &list.first;
   while (*end != nullptr) {
     end = &(*end)->next;
   }
@@ -51,30 +46,31 @@ void append(std::unique_ptr<modx_package> package) {
 }
 
 void fill() {
-  const nasshare::XmlDocument document = nasshare::load_xml(packages_path);
-  xmlNode *root = document ? xmlDocGetRootElement(document.get()) : nullptr;
-  if (root == nullptr || std::string_view(reinterpret_cast<const char *>(root->name)) != root_name) {
+  const auto document = load_or_note(packages_path);
+  auto *const root = root_of(document);
+  if (!is_named(root, root_name)) {
     return;
   }
-  for (xmlNode *node = root->children; node != nullptr; node = node->next) {
-    const bool is_package = node->type == XML_ELEMENT_NODE &&
-                            std::string_view(reinterpret_cast<const char *>(node->name)) == "package";
-    if (auto package = is_package ? package_of(node) : nullptr) {
+  for (auto *element = element_from(root->children); element != nullptr;
+       element = element_from(element->next)) {
+    if (auto package = is_named(element, "package") ? package_of(element) : nullptr) {
       append(std::move(package));
     }
   }
 }
 
 } // namespace
-} // namespace platform
+} // namespace nasshare::platform
+
+using namespace nasshare;
 
 modx_package_list *p_lib_list = &platform::list;
 
 // Tells a firmware's package service to look again. Here the file is all there is, and reading it looks
 // again.
-extern "C" void MODX_COMMAND(int /*a*/, int /*b*/) {}
+void MODX_COMMAND(int /*a*/, int /*b*/) {}
 
-extern "C" void MODX_ReadAllXml(void) {
+void MODX_ReadAllXml(void) {
   platform::clear();
   try {
     platform::fill();
@@ -83,6 +79,6 @@ extern "C" void MODX_ReadAllXml(void) {
   }
 }
 
-extern "C" void MODX_FreeAllXml(void) {
+void MODX_FreeAllXml(void) {
   platform::clear();
 }

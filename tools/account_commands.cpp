@@ -8,7 +8,7 @@
 #include <algorithm>
 #include <cstdio>
 
-namespace cli {
+namespace nasshare::cli {
 namespace {
 
 struct Permission {
@@ -18,7 +18,7 @@ struct Permission {
 
 std::uint32_t permission_code(const std::string &word) {
   const Words words{"none", "read", "write", "deny"};
-  const auto found = std::find(words.begin(), words.end(), word);
+  const auto found = std::ranges::find(words, word);
   if (found == words.end()) {
     throw Usage("a permission is read, write, deny or none, not \"" + word + "\"");
   }
@@ -27,7 +27,7 @@ std::uint32_t permission_code(const std::string &word) {
 
 // A share's name may hold "=" itself.
 Permission permission(const std::string &word) {
-  const size_t equals = word.rfind('=');
+  const auto equals = word.rfind('=');
   if (equals == std::string::npos) {
     throw Usage("\"" + word + "\" is not of the form SHARE=PERMISSION");
   }
@@ -36,10 +36,10 @@ Permission permission(const std::string &word) {
 
 std::vector<Permission> take_permissions(const Words &words) {
   std::vector<Permission> permissions;
-  for (size_t i = 2; i < words.size(); ++i) {
-    Permission wanted = permission(words[i]);
+  for (std::size_t i = 2; i < words.size(); ++i) {
+    auto wanted = permission(words[i]);
     const auto is_same = [&](const Permission &earlier) { return earlier.share == wanted.share; };
-    if (std::any_of(permissions.begin(), permissions.end(), is_same)) {
+    if (std::ranges::any_of(permissions, is_same)) {
       throw Usage("the share \"" + wanted.share + "\" is given twice");
     }
     permissions.push_back(std::move(wanted));
@@ -51,10 +51,10 @@ void expect_user(const std::string &name) {
   if (!name.empty() && name.front() == '@') {
     throw Refusal("permit takes a user, not a group");
   }
-  if (people_list::accounts(people_list::to_access_list(name, false)) != Words{name}) {
+  if (accounts_of(to_access_list(name, false)) != Words{name}) {
     throw Refusal("no account can be named \"" + name + "\"");
   }
-  if (!in_domain_mode() && check_user(name.c_str()) != 1) {
+  if (!is_configured_domain_mode() && check_user(name.c_str()) != 1) {
     throw Refusal("no user is named \"" + name + "\"");
   }
 }
@@ -107,7 +107,7 @@ void print_deleted(const std::vector<Permission> &permissions) {
 
 int permit(const Words &words) {
   const char *form = "permit ACCOUNT SHARE=read|write|deny|none...";
-  expect(words, 3, std::max<size_t>(3, words.size()), form);
+  expect(words, 3, std::max<std::size_t>(3, words.size()), form);
   const std::vector<Permission> permissions = take_permissions(words);
   expect_user(words[1]);
   const auto [possible, without_permissions] = split(permissions);
@@ -121,4 +121,4 @@ int permit(const Words &words) {
   return without_permissions.empty() ? done : refused;
 }
 
-} // namespace cli
+} // namespace nasshare::cli

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-namespace cli {
+namespace nasshare::cli {
 
 // What main answers the shell.
 constexpr int done = 0;
@@ -25,14 +25,14 @@ struct Refusal : std::runtime_error {
 using Words = std::vector<std::string>;
 
 // Throws Usage unless there are at least and at most that many words.
-void expect(const Words &words, size_t least, size_t most, const char *form);
+void expect(const Words &words, std::size_t least, std::size_t most, const char *form);
 
 using Options = std::map<std::string, std::string>;
 
 // The pairs "--option value" from that word on. Throws Usage for others than the known ones.
-Options take_options(const Words &words, size_t first, const std::vector<std::string> &known);
+Options take_options(const Words &words, std::size_t first, const std::vector<std::string> &known);
 
 // Throws Refusal for a line end and other control characters: the files written are made of lines.
 void refuse_control_characters(const std::string &text, const std::string &what);
 
-} // namespace cli
+} // namespace nasshare::cli

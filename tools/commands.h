@@ -3,7 +3,7 @@
 
 #include "arguments.h"
 
-namespace cli {
+namespace nasshare::cli {
 
 // share_commands.cpp
 int list(const Words &words);
@@ -30,4 +30,4 @@ int browse(const Words &words);
 int join(const Words &words);
 int leave(const Words &words);
 
-} // namespace cli
+} // namespace nasshare::cli

@@ -1,19 +1,22 @@
 // The DFS namespace: its groups, the links in them, and the tree that smbd serves.
+#include "base/linked_list.h"
 #include "commands.h"
+#include "model/dfs_switch.h"
 #include "nasshare/acl.h"
 #include "nasshare/catalogue.h"
 #include "nasshare/dfs.h"
 
 #include <cstdio>
+#include <optional>
 
-namespace cli {
+namespace nasshare::cli {
 namespace {
 
 // The tree is made by the shell, which would not take these as they are; "/" would leave the folder.
 constexpr const char *never_in_names = "\"\\|<>*?!~/";
 
 void refuse_characters(const std::string &text, const char *characters, const std::string &what) {
-  const size_t place = text.find_first_of(characters);
+  const auto place = text.find_first_of(characters);
   if (place != std::string::npos) {
     throw Refusal(what + " cannot hold \"" + text[place] + "\"");
   }
@@ -64,24 +67,22 @@ void expect_no_link(const Link &link) {
 
 Link load_link(const std::string &group, const std::string &local) {
   get_dfs_info();
-  const smb_dfs_node *node = pdfs->count == 0 ? nullptr : pdfs->head;
-  while (node != nullptr && (group != node->group || local != node->local)) {
-    node = node->next;
-  }
-  Link found = node == nullptr ? Link{} : Link{node->group, node->local, node->host, node->share};
+  const auto *const node =
+      find(*pdfs, [&](const smb_dfs_node &link) { return group == link.group && local == link.local; });
+  const auto found =
+      node == nullptr ? std::nullopt : std::optional(Link{node->group, node->local, node->host, node->share});
   dfs_remove_all();
-  if (node == nullptr) {
+  if (!found) {
     throw Refusal("the DFS group \"" + group + "\" has no link named \"" + local + "\"");
   }
-  return found;
+  return *found;
 }
 
 int list_links(const Words &words) {
   expect(words, 1, 1, "dfs list");
   get_dfs_info();
-  const smb_dfs_node *link = pdfs->count == 0 ? nullptr : pdfs->head;
-  for (; link != nullptr; link = link->next) {
-    std::printf("%s\t%s\t%s\t%s\n", link->group, link->local, link->host, link->share);
+  for (const auto &link : each(*pdfs)) {
+    std::printf("%s\t%s\t%s\t%s\n", link.group, link.local, link.host, link.share);
   }
   dfs_remove_all();
   return done;
@@ -142,9 +143,8 @@ void expect_new_group(const std::string &group) {
 int list_groups(const Words &words) {
   expect(words, 1, 1, "dfs-group list");
   get_dfs_group_info();
-  const smb_name_node *group = Is_Name_Empty() == 1 ? nullptr : namelist.head;
-  for (; group != nullptr; group = group->next) {
-    std::puts(group->name);
+  for (const auto &group : each(*pnl)) {
+    std::puts(group.name);
   }
   Free_Name_List();
   return done;
@@ -206,10 +206,10 @@ int dfs_group(const Words &words) {
 int dfs_tree(const Words &words) {
   expect(words, 1, 1, "dfs-tree");
   create_dfs_link();
-  if (smbshare.dfs_enable != 1) {
+  if (!is_dfs_on()) {
     throw Refusal("DFS is switched off (/system_mgr/samba/dfs_enable); /etc/dfsroot stays as it is");
   }
   return done;
 }
 
-} // namespace cli
+} // namespace nasshare::cli

@@ -1,32 +1,35 @@
+// Loading the catalogue of shares, for the time of a block, and explaining the end that the library makes of
+// the process when there is nothing to load from.
 #include "loaded_catalogue.h"
 
 #include "arguments.h"
+#include "model/domain_mode.h"
 #include "nasshare/smbconf.h"
 
 #include <cstdio>
 #include <cstdlib>
 
-namespace cli {
+namespace nasshare::cli {
 namespace {
 
-bool loading = false;
+bool is_loading = false;
 
 } // namespace
 
 void explain_end_while_loading() {
   std::atexit([] {
-    if (loading) {
+    if (is_loading) {
       std::fputs("nasshare: no data volume is mounted, or no disk is in a bay\n", stderr);
     }
   });
 }
 
 LoadingMark::LoadingMark() {
-  loading = true;
+  is_loading = true;
 }
 
 LoadingMark::~LoadingMark() {
-  loading = false;
+  is_loading = false;
 }
 
 LoadedCatalogue::LoadedCatalogue(void (*load)()) {
@@ -38,7 +41,7 @@ LoadedCatalogue::~LoadedCatalogue() {
 }
 
 const smb_share &LoadedCatalogue::share(const std::string &name) {
-  const smb_share *listed = check_smb_share_name(name.c_str());
+  const auto *const listed = check_smb_share_name(name.c_str());
   if (listed == nullptr) {
     throw Refusal("no share is named \"" + name + "\"");
   }
@@ -52,9 +55,9 @@ std::unique_ptr<smb_share> load_share(const std::string &name) {
   return copy;
 }
 
-bool in_domain_mode() {
+bool is_configured_domain_mode() {
   read_global_setting();
-  return smbshare.ads_enable == 1;
+  return is_domain_mode();
 }
 
-} // namespace cli
+} // namespace nasshare::cli

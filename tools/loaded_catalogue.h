@@ -6,7 +6,7 @@
 #include <memory>
 #include <string>
 
-namespace cli {
+namespace nasshare::cli {
 
 // From here on, such an end is explained on standard error.
 void explain_end_while_loading();
@@ -41,6 +41,6 @@ public:
 std::unique_ptr<smb_share> load_share(const std::string &name);
 
 // As the configuration says now.
-bool in_domain_mode();
+bool is_configured_domain_mode();
 
-} // namespace cli
+} // namespace nasshare::cli

@@ -5,8 +5,7 @@
 
 #include <cstdio>
 
-using namespace cli;
-
+namespace nasshare::cli {
 namespace {
 
 constexpr const char *help =
@@ -106,6 +105,9 @@ int complain(int status, const char *text) {
 }
 
 } // namespace
+} // namespace nasshare::cli
+
+using namespace nasshare::cli;
 
 int main(int argc, char **argv) {
   try {

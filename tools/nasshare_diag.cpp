@@ -1,30 +1,24 @@
 // nasshare-diag: drives single operations of the library against the live system with fixed test data. Each
 // option acts at once, in the order given, so that "-d -e" lists the catalogue with debug output.
+#include "base/text.h"
 #include "nasshare/nasshare.h"
 
-#include <algorithm>
 #include <cstdio>
-#include <span>
-#include <string_view>
 #include <unistd.h>
 
+namespace nasshare {
 namespace {
-
-void copy(std::span<char> field, std::string_view text) {
-  text = text.substr(0, field.size() - 1);
-  *std::ranges::copy(text, field.data()).out = '\0';
-}
 
 void add_test_share(std::string_view name, std::string_view comment, std::string_view path,
                     std::string_view write_list) {
   static smb_share share; // too large for a small stack
   share = {};
-  copy(share.name, name);
-  copy(share.comment, comment);
-  copy(share.path, path);
-  copy(share.oplocks, "no");
-  copy(share.map_archive, "no");
-  copy(share.write_list, write_list);
+  assign(share.name, name);
+  assign(share.comment, comment);
+  assign(share.path, path);
+  assign(share.oplocks, "no");
+  assign(share.map_archive, "no");
+  assign(share.write_list, write_list);
   add_share(&share);
 }
 
@@ -100,12 +94,13 @@ void act(int option) {
 }
 
 } // namespace
+} // namespace nasshare
 
 int main(int argc, char **argv) {
   opterr = 0;
   constexpr const char *options = "dDabcefsrxt";
   for (int option = getopt(argc, argv, options); option != -1; option = getopt(argc, argv, options)) {
-    act(option);
+    nasshare::act(option);
   }
   return 0;
 }

@@ -1,4 +1,5 @@
 // Other machines: the shares that a host offers, and the Active Directory domain.
+#include "base/linked_list.h"
 #include "commands.h"
 #include "nasshare/acl.h"
 #include "nasshare/ads.h"
@@ -8,7 +9,7 @@
 #include <cctype>
 #include <cstdio>
 
-namespace cli {
+namespace nasshare::cli {
 namespace {
 
 // The host stands in a shell command.
@@ -16,7 +17,7 @@ void expect_host(const std::string &host) {
   const auto can_stand = [](unsigned char byte) {
     return std::isalnum(byte) != 0 || byte == '.' || byte == ':' || byte == '-' || byte == '_' || byte == '%';
   };
-  if (host.empty() || host.front() == '-' || !std::all_of(host.begin(), host.end(), can_stand)) {
+  if (host.empty() || host.front() == '-' || !std::ranges::all_of(host, can_stand)) {
     throw Refusal("\"" + host + "\" is no host name or address");
   }
 }
@@ -26,7 +27,7 @@ using Meanings = std::map<int, const char *>;
 // The result and what it means; a refusal unless it is 1.
 int report(int code, const Meanings &meanings) {
   const auto meaning = meanings.find(code);
-  const std::string text =
+  const auto text =
       std::to_string(code) + ": " + (meaning == meanings.end() ? "no known result" : meaning->second);
   if (code != 1) {
     throw Refusal(text);
@@ -43,9 +44,8 @@ int browse(const Words &words) {
   if (get_host_share_name(words[1].c_str()) != 1) {
     throw Refusal("the shares of " + words[1] + " cannot be listed: no connection, or no /usr/bin/smbclient");
   }
-  const smb_name_node *share = Is_Name_Empty() == 1 ? nullptr : namelist.head;
-  for (; share != nullptr; share = share->next) {
-    std::puts(share->name);
+  for (const auto &share : each(*pnl)) {
+    std::puts(share.name);
   }
   Free_Name_List();
   return done;
@@ -80,4 +80,4 @@ int leave(const Words &words) {
   return report(ads_stop(), meanings);
 }
 
-} // namespace cli
+} // namespace nasshare::cli

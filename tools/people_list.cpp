@@ -1,17 +1,18 @@
+// Access lists as people write them, and as the library holds them.
 #include "people_list.h"
+
+#include "acl/access_list.h"
 
 #include <algorithm>
 #include <stdexcept>
 
-namespace people_list {
+namespace nasshare::cli {
 namespace {
-
-constexpr std::string_view guest = "nobody";
 
 std::vector<std::string> split(std::string_view text, char separator) {
   std::vector<std::string> parts;
   while (true) {
-    const size_t end = text.find(separator);
+    const auto end = text.find(separator);
     parts.emplace_back(text.substr(0, end));
     if (end == std::string_view::npos) {
       return parts;
@@ -27,45 +28,45 @@ void check_entry(const std::string &entry) {
   if (entry.empty() || entry == "@") {
     throw std::runtime_error("the list has an entry without a name");
   }
-  if (entry.front() == ' ' || entry.back() == ' ' || std::any_of(entry.begin(), entry.end(), cannot_stand)) {
+  if (entry.front() == ' ' || entry.back() == ' ' || std::ranges::any_of(entry, cannot_stand)) {
     throw std::runtime_error("no account can be named \"" + entry + "\"");
   }
 }
 
-std::string joined(const std::vector<std::string> &entries, std::string_view hash) {
+std::string join(const std::vector<std::string> &entries, const std::string &mark) {
   std::string text;
-  for (const std::string &entry : entries) {
+  for (const auto &entry : entries) {
     text += text.empty() ? "" : ",";
-    text += std::string(hash) + entry + std::string(hash);
+    text += mark + entry + mark;
   }
   return text;
 }
 
 } // namespace
 
-std::string everyone(bool domain_mode) {
-  return domain_mode ? "#nobody#,#@Domain Users#" : "#nobody#,#@allaccount#";
+std::string_view everyone_list(bool is_domain_mode) {
+  return is_domain_mode ? domain_everyone : everyone;
 }
 
-std::string to_access_list(std::string_view text, bool domain_mode) {
+std::string to_access_list(std::string_view text, bool is_domain_mode) {
   if (text.empty()) {
     return {};
   }
   if (text == "everyone") {
-    return everyone(domain_mode);
+    return std::string(everyone_list(is_domain_mode));
   }
-  const std::vector<std::string> entries = split(text, ',');
-  std::for_each(entries.begin(), entries.end(), check_entry);
-  return joined(entries, "#");
+  const auto entries = split(text, ',');
+  std::ranges::for_each(entries, check_entry);
+  return join(entries, "#");
 }
 
 std::string from_access_list(std::string_view list) {
-  return list == everyone(false) || list == everyone(true) ? "everyone" : joined(accounts(list), "");
+  return list == everyone || list == domain_everyone ? "everyone" : join(accounts_of(list), "");
 }
 
-std::vector<std::string> accounts(std::string_view list) {
+std::vector<std::string> accounts_of(std::string_view list) {
   std::vector<std::string> names;
-  for (const std::string &entry : split(list, ',')) {
+  for (const auto &entry : split(list, ',')) {
     if (entry.size() > 2) {
       names.push_back(entry.substr(1, entry.size() - 2));
     }
@@ -74,9 +75,9 @@ std::vector<std::string> accounts(std::string_view list) {
 }
 
 std::string without_guest(std::string_view list) {
-  std::vector<std::string> names = accounts(list);
-  names.erase(std::remove(names.begin(), names.end(), guest), names.end());
-  return joined(names, "#");
+  auto names = accounts_of(list);
+  std::erase(names, guest);
+  return join(names, "#");
 }
 
-} // namespace people_list
+} // namespace nasshare::cli

@@ -1,4 +1,5 @@
 // The shares of the catalogue: what there is, and how it changes.
+#include "base/linked_list.h"
 #include "commands.h"
 #include "loaded_catalogue.h"
 #include "nasshare/acl.h"
@@ -9,14 +10,13 @@
 #include <cstdio>
 #include <utility>
 
-namespace cli {
+namespace nasshare::cli {
 
 int list(const Words &words) {
   expect(words, 1, 1, "list");
   const LoadedCatalogue catalogue;
-  const smb_share *share = Is_Smb_Empty() == 1 ? nullptr : smbshare.head;
-  for (; share != nullptr; share = share->next) {
-    std::printf("%s\t%s\t%s\n", share->name, share->path, share->comment);
+  for (const auto &share : each(*pss)) {
+    std::printf("%s\t%s\t%s\n", share.name, share.path, share.comment);
   }
   return done;
 }
@@ -24,14 +24,14 @@ int list(const Words &words) {
 int show(const Words &words) {
   expect(words, 2, 2, "show NAME");
   const std::unique_ptr<smb_share> share = load_share(words[1]);
-  const char *recycle = share->recycle_enable != 1 ? "off" : share->recycle_tree == 1 ? "tree" : "flat";
+  const char *const recycle = share->recycle_enable != 1 ? "off" : share->recycle_tree == 1 ? "tree" : "flat";
   const std::array<std::pair<const char *, std::string>, 9> rows{{
       {"name", share->name},
       {"comment", share->comment},
       {"path", share->path},
-      {"read", people_list::from_access_list(share->read_list)},
-      {"write", people_list::from_access_list(share->write_list)},
-      {"deny", people_list::from_access_list(share->invalid_users)},
+      {"read", from_access_list(share->read_list)},
+      {"write", from_access_list(share->write_list)},
+      {"deny", from_access_list(share->invalid_users)},
       {"recycle", recycle},
       {"oplocks", share->oplocks},
       {"map-archive", share->map_archive},
@@ -96,10 +96,10 @@ int check(const Words &words) {
 
 int allows(const Words &words) {
   expect(words, 3, 3, "allows LIST ACCOUNT");
-  const std::string list = people_list::to_access_list(words[1], in_domain_mode());
+  const auto list = to_access_list(words[1], is_configured_domain_mode());
   const bool allowed = check_user_in_list(list.c_str(), words[2].c_str()) == 1;
   std::puts(allowed ? "yes" : "no");
   return allowed ? done : refused;
 }
 
-} // namespace cli
+} // namespace nasshare::cli

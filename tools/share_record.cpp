@@ -1,26 +1,27 @@
+// The values of a share record: what a command line may put into it.
 #include "share_record.h"
 
+#include "base/text.h"
 #include "loaded_catalogue.h"
+#include "model/domain_mode.h"
+#include "model/volumes.h"
 #include "nasshare/acl.h"
 #include "people_list.h"
 
 #include <algorithm>
+#include <array>
 #include <cctype>
-#include <cstring>
 #include <filesystem>
-#include <vector>
-
 #include <sys/stat.h>
 
-namespace cli {
+namespace nasshare::cli {
 namespace {
 
-template <size_t width> void assign(char (&field)[width], const std::string &text, const char *what) {
-  if (text.size() >= width) {
-    throw Refusal(std::string(what) + " is longer than " + std::to_string(width - 1) + " bytes");
+void assign_whole(std::span<char> field, std::string_view text, const char *what) {
+  if (text.size() >= field.size()) {
+    throw Refusal(std::string(what) + " is longer than " + std::to_string(field.size() - 1) + " bytes");
   }
-  std::memset(field, 0, width);
-  std::copy(text.begin(), text.end(), field);
+  nasshare::assign(field, text);
 }
 
 // Samba reads a section of these names as something else than a share, or smb.conf has one already; and a
@@ -32,8 +33,8 @@ void refuse_name_samba_cannot_take(const std::string &name) {
       plain += static_cast<char>(std::tolower(static_cast<unsigned char>(character)));
     }
   }
-  const std::vector<std::string> kept{"global", "homes", "printers", "ipc$", "dfs"};
-  if (std::find(kept.begin(), kept.end(), plain) != kept.end() || plain.starts_with("recyclebin-")) {
+  constexpr std::array<std::string_view, 5> kept{"global", "homes", "printers", "ipc$", "dfs"};
+  if (std::ranges::find(kept, plain) != kept.end() || plain.starts_with("recyclebin-")) {
     throw Refusal("Samba keeps the name \"" + name + "\" for itself");
   }
   if (name.find(']') != std::string::npos) {
@@ -42,15 +43,15 @@ void refuse_name_samba_cannot_take(const std::string &name) {
 }
 
 std::string access_list(const std::string &text) {
-  const bool domain = in_domain_mode();
-  std::string list = people_list::to_access_list(text, domain);
-  for (const std::string &account : people_list::accounts(list)) {
-    const bool group = account.front() == '@';
+  const bool is_domain = is_configured_domain_mode();
+  auto list = to_access_list(text, is_domain);
+  for (const auto &account : accounts_of(list)) {
+    const bool is_group = account.front() == '@';
     // The guest account and the group of all accounts are part of the list's form.
-    if (!domain && list != people_list::everyone(domain) &&
-        (group ? check_group(account.c_str() + 1) : check_user(account.c_str())) != 1) {
-      throw Refusal(group ? "no group is named \"" + account.substr(1) + "\""
-                          : "no user is named \"" + account + "\"");
+    if (!is_domain && list != everyone_list(is_domain) &&
+        (is_group ? check_group(account.c_str() + 1) : check_user(account.c_str())) != 1) {
+      throw Refusal(is_group ? "no group is named \"" + account.substr(1) + "\""
+                             : "no user is named \"" + account + "\"");
     }
   }
   return list;
@@ -72,32 +73,31 @@ void set_recycle(smb_share &share, const std::string &value) {
 }
 
 void apply_lists(smb_share &share, const Options &options) {
-  bool opened = false;
-  const auto set = [&](const char *option, char(&field)[12288]) {
+  bool is_opened = false;
+  const auto set = [&](const char *option, std::span<char> field) {
     const auto given = options.find(option);
     if (given == options.end()) {
       return;
     }
-    const std::string list = access_list(given->second);
-    assign(field, list, option);
-    opened = opened || list == people_list::everyone(smbshare.ads_enable == 1);
+    const auto list = access_list(given->second);
+    assign_whole(field, list, option);
+    is_opened = is_opened || list == everyone_list(is_domain_mode());
   };
   set("--read", share.read_list);
   set("--write", share.write_list);
   set("--deny", share.invalid_users);
   // Every list but everyone's has the guest denied; left in place, that would except the guest from everyone.
-  if (opened && options.find("--deny") == options.end()) {
-    assign(share.invalid_users, people_list::without_guest(share.invalid_users), "--deny");
+  if (is_opened && !options.contains("--deny")) {
+    assign_whole(share.invalid_users, without_guest(share.invalid_users), "--deny");
   }
 }
 
 } // namespace
 
 bool is_on_volume(const std::string &path) {
-  const std::string place = std::filesystem::path(path).lexically_normal().string() + "/";
-  return std::any_of(SMB_VOL_NAME, SMB_VOL_NAME + 2, [&](const std::string &volume) {
-    return place.compare(0, volume.size() + 1, volume + "/") == 0;
-  });
+  const auto place = std::filesystem::path(path).lexically_normal().string() + "/";
+  return std::ranges::any_of(
+      volumes, [&place](int volume) { return place.starts_with(std::string(mount_point(volume)) + "/"); });
 }
 
 void set_name(smb_share &share, const std::string &name) {
@@ -106,7 +106,7 @@ void set_name(smb_share &share, const std::string &name) {
   }
   refuse_control_characters(name, "the name");
   refuse_name_samba_cannot_take(name);
-  assign(share.name, name, "the name");
+  assign_whole(share.name, name, "the name");
 }
 
 void set_path(smb_share &share, const std::string &path) {
@@ -118,7 +118,7 @@ void set_path(smb_share &share, const std::string &path) {
   if (!is_on_volume(path)) {
     throw Refusal(path + " is on no data volume (" + SMB_VOL_NAME[0] + ", " + SMB_VOL_NAME[1] + ")");
   }
-  assign(share.path, path, "the path");
+  assign_whole(share.path, path, "the path");
 }
 
 void apply_options(smb_share &share, const Options &options) {
@@ -127,21 +127,21 @@ void apply_options(smb_share &share, const Options &options) {
       set_path(share, value);
     } else if (option == "--comment") {
       refuse_control_characters(value, "the comment");
-      assign(share.comment, value, "the comment");
+      assign_whole(share.comment, value, "the comment");
     } else if (option == "--recycle") {
       set_recycle(share, value);
     } else if (option == "--oplocks") {
-      assign(share.oplocks, yes_or_no(option, value), "--oplocks");
+      assign_whole(share.oplocks, yes_or_no(option, value), "--oplocks");
     } else if (option == "--map-archive") {
-      assign(share.map_archive, yes_or_no(option, value), "--map-archive");
+      assign_whole(share.map_archive, yes_or_no(option, value), "--map-archive");
     }
   }
   apply_lists(share, options);
 }
 
 void set_defaults(smb_share &share) {
-  assign(share.oplocks, "yes", "--oplocks");
-  assign(share.map_archive, "no", "--map-archive");
+  assign_whole(share.oplocks, "yes", "--oplocks");
+  assign_whole(share.map_archive, "no", "--map-archive");
 }
 
-} // namespace cli
+} // namespace nasshare::cli

@@ -7,7 +7,7 @@
 
 #include <string>
 
-namespace cli {
+namespace nasshare::cli {
 
 bool is_on_volume(const std::string &path);
 
@@ -20,4 +20,4 @@ void apply_options(smb_share &share, const Options &options);
 // A record that says nothing about oplocks and the archive bit.
 void set_defaults(smb_share &share);
 
-} // namespace cli
+} // namespace nasshare::cli

@@ -1,7 +1,8 @@
-// The walk of the account databases, from their start; it is the process-wide one.
+// The walk of the account databases, from their start; it is the process-wide one. That a database cannot be
+// read is noted.
 #pragma once
 
-#include "support/trouble.h"
+#include "base/watch.h"
 
 #include <cerrno>
 #include <grp.h>
@@ -9,36 +10,28 @@
 
 namespace nasshare {
 
-template <class Visit> void each_account(Visit visit) {
+namespace detail {
+template <class Entry, class Visit>
+void walk_or_note(void (*rewind)(), Entry *(*next)(), void (*end)(), Visit visit) {
   errno = 0;
-  setpwent();
+  rewind();
   note_account_error();
-  for (;;) {
+  errno = 0;
+  while (const auto *const entry = next()) {
+    visit(*entry);
     errno = 0;
-    const auto *account = getpwent();
-    if (account == nullptr) {
-      break;
-    }
-    visit(*account);
   }
   note_account_error();
-  endpwent();
+  end();
+}
+} // namespace detail
+
+template <class Visit> void each_account_or_note(Visit visit) {
+  detail::walk_or_note(setpwent, getpwent, endpwent, visit);
 }
 
-template <class Visit> void each_group(Visit visit) {
-  errno = 0;
-  setgrent();
-  note_account_error();
-  for (;;) {
-    errno = 0;
-    const auto *group = getgrent();
-    if (group == nullptr) {
-      break;
-    }
-    visit(*group);
-  }
-  note_account_error();
-  endgrent();
+template <class Visit> void each_group_or_note(Visit visit) {
+  detail::walk_or_note(setgrent, getgrent, endgrent, visit);
 }
 
 } // namespace nasshare

@@ -1,41 +1,44 @@
+// Does the account exist? As getpwnam(3) and getgrnam(3) have it.
 #include "acl/accounts.h"
 
+#include "base/text.h"
+#include "base/watch.h"
 #include "nasshare/acl.h"
-#include "support/text.h"
-#include "support/trouble.h"
 
 #include <cerrno>
 #include <grp.h>
 #include <pwd.h>
 
-using namespace nasshare;
-
+namespace nasshare {
 namespace {
 
-// A database that cannot be read counts as not knowing the name, but the answer must not be stored.
-template <class Entry> int is_known(Entry *(*look_up)(const char *), const char *name) {
+template <class Entry> bool is_known_or_note(Entry *(*look_up)(const char *), const char *name) {
   errno = 0;
-  bool known = name != nullptr && look_up(name) != nullptr;
-  if (!known) {
+  const bool is_known = name != nullptr && look_up(name) != nullptr;
+  if (!is_known) {
     note_account_error();
   }
-  return known ? 1 : 0;
+  return is_known;
 }
 
 } // namespace
 
+bool user_exists_or_note(std::string_view name) {
+  return is_known_or_note(getpwnam, Text<list_width>{name}.c_str());
+}
+
+bool group_exists_or_note(std::string_view name) {
+  return is_known_or_note(getgrnam, Text<list_width>{name}.c_str());
+}
+
+} // namespace nasshare
+
+using namespace nasshare;
+
 int check_user(const char *name) {
-  return is_known(getpwnam, name);
+  return is_known_or_note(getpwnam, name) ? 1 : 0;
 }
 
 int check_group(const char *name) {
-  return is_known(getgrnam, name);
-}
-
-bool nasshare::user_exists(std::string_view name) {
-  return check_user(Text<list_width>{name}.c_str()) == 1;
-}
-
-bool nasshare::group_exists(std::string_view name) {
-  return check_group(Text<list_width>{name}.c_str()) == 1;
+  return is_known_or_note(getgrnam, name) ? 1 : 0;
 }

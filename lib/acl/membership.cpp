@@ -1,73 +1,46 @@
-#include "acl/account_walk.h"
-#include "acl/list_text.h"
-#include "acl/name_tokens.h"
+// Does an access list name the account, by itself or as a member of a group?
+#include "acl/access_list.h"
+#include "acl/list_accounts.h"
+#include "base/argument.h"
+#include "model/domain_mode.h"
 #include "nasshare/acl.h"
-#include "nasshare/platform.h"
 
-using namespace nasshare;
-
+namespace nasshare {
 namespace {
 
-void name_members(std::string_view group_name) {
-  each_group([group_name](const group &entry) {
-    if (group_name == entry.gr_name) {
-      for (char **member = entry.gr_mem; *member != nullptr; ++member) {
-        Insert_Name_Node(*member);
-      }
-    }
-  });
-}
-
-bool is_named(std::string_view list, const char *name) {
-  name_tokens(list);
+bool names_member(std::string_view list, const char *name) {
+  record_accounts_or_note(list);
   Print_Name_List();
-  bool named = Check_Name_Node(name) != nullptr;
+  const bool is_named = Check_Name_Node(name) != nullptr;
   Free_Name_List();
-  return named;
+  return is_named;
 }
 
-// The name may lie in the name list, which is used as scratch.
-bool is_local_entry(std::string_view list, const char *listed_name) {
-  const Text<list_width> copy{listed_name};
-  const char *name = copy.c_str();
+bool names_local_account(std::string_view list, const Argument &name) {
   if (list == everyone) {
     return true;
   }
-  if (is_group(name) && contains(list, Text<list_width>{"#", name, "#"}.view())) {
+  if (is_group(name.view()) && contains(list, Text<list_width>{"#", name.view(), "#"}.view())) {
     return true;
   }
   Free_Name_List();
-  return is_named(list, name);
+  return names_member(list, name.c_str());
 }
 
 } // namespace
+} // namespace nasshare
 
-void retrieve_user_from_group(const char *name) {
-  if (name == nullptr) {
-    return;
-  }
-  if (is_group(name)) {
-    name_members(name + 1);
-  } else {
-    Insert_Name_Node(name);
-  }
-}
-
-void nasshare::name_tokens(std::string_view list) {
-  if (list.empty()) {
-    return;
-  }
-  for (auto token : Tokens(list)) {
-    retrieve_user_from_group(Text<list_width>{token}.c_str());
-  }
-}
+using namespace nasshare;
 
 int check_user_in_list(const char *list, const char *name) {
-  if (!given(list) || !given(name)) {
+  if (!is_given(list) || !is_given(name)) {
     return 0;
   }
-  pss->ads_enable = xml_get_int("/system_mgr/samba/ads_enable");
-  bool listed =
-      pss->ads_enable == 1 ? list == domain_everyone || contains(list, name) : is_local_entry(list, name);
-  return listed ? 1 : 0;
+  read_domain_switch_or_note();
+  const Argument entries(list);
+  const Argument wanted(name);
+  const bool is_named = is_domain_mode()
+                            ? entries.view() == domain_everyone || contains(entries.view(), wanted.view())
+                            : names_local_account(entries.view(), wanted);
+  return is_named ? 1 : 0;
 }

@@ -1,19 +1,13 @@
-#include "ads/domain_accounts.h"
-
+// Does the domain know the account? As "wbinfo -u" and "wbinfo -g" list them, within bounds.
 #include "acl/known_entries.h"
+#include "base/lines.h"
+#include "base/linked_list.h"
+#include "model/load_verdict.h"
+#include "model/own_name.h"
 #include "nasshare/acl.h"
 #include "nasshare/ads.h"
-#include "support/lines.h"
-#include "support/linked_list.h"
-#include "support/text.h"
 
-using namespace nasshare;
-
-bool nasshare::begins_with_own_name(std::string_view line) {
-  auto own_name = view(pss->netbios_name);
-  return !own_name.empty() && equals_ignoring_case(line.substr(0, own_name.size()), own_name);
-}
-
+namespace nasshare {
 namespace {
 
 constexpr int most_users = 800;
@@ -21,47 +15,57 @@ constexpr int most_groups = 200;
 
 // Whether the command lists exactly that name among its first lines; the lines passed over do not count.
 template <class PassOver>
-bool lists(const char *command, std::string_view name, int most_lines, PassOver pass_over) {
-  CommandOutput listing(command);
-  bool found = false;
+bool lists_or_note(const char *command, std::string_view name, int most_lines, PassOver pass_over) {
+  bool is_found = false;
   int count = 0;
-  for (CommandLines lines(listing.get()); lines.next();) { // to the end, so that the command is not cut off
-    if (!pass_over(lines.line())) {
+  for (const auto line : CommandLines(command)) { // to the end, so that the command is not cut off
+    if (!pass_over(line)) {
       ++count;
-      found = found || (count <= most_lines && lines.line() == name);
+      is_found = is_found || (count <= most_lines && line == name);
     }
   }
-  return found;
+  return is_found;
 }
 
-bool domain_user_exists(std::string_view name) {
-  return lists("wbinfo -u", name, most_users,
-               [](std::string_view line) { return line == "krbtgt" || begins_with_own_name(line); });
+bool domain_user_exists_or_note(std::string_view name) {
+  return lists_or_note("wbinfo -u", name, most_users,
+                       [](std::string_view line) { return line == "krbtgt" || begins_with_own_name(line); });
 }
 
-bool domain_group_exists(std::string_view name) {
-  return lists("wbinfo -g", name, most_groups, begins_with_own_name);
+bool domain_group_exists_or_note(std::string_view name) {
+  return lists_or_note("wbinfo -g", name, most_groups, begins_with_own_name);
+}
+
+void keep_known(char *list) {
+  keep_known_entries(list, domain_user_exists_or_note, domain_group_exists_or_note);
+}
+
+void check_share(smb_share &share) {
+  keep_known(share.read_list);
+  keep_known(share.write_list);
+  keep_known(share.invalid_users);
 }
 
 } // namespace
+} // namespace nasshare
+
+using namespace nasshare;
 
 int ads_check_user(const char *name) {
-  return name != nullptr && domain_user_exists(name) ? 1 : 0;
+  return name != nullptr && domain_user_exists_or_note(name) ? 1 : 0;
 }
 
 int ads_check_group(const char *name) {
-  return name != nullptr && domain_group_exists(name) ? 1 : 0;
+  return name != nullptr && domain_group_exists_or_note(name) ? 1 : 0;
 }
 
 void ads_run_check_samba_list(char *list) {
-  keep_known_entries(list, domain_user_exists, domain_group_exists);
+  const ListWatch watch(list);
+  keep_known(list);
 }
 
 void ads_check_user_group(void) {
-  for (auto &share : each(*pss)) {
-    ads_run_check_samba_list(share.read_list);
-    ads_run_check_samba_list(share.write_list);
-    ads_run_check_samba_list(share.invalid_users);
-  }
+  const LoadWatch watch(LoadWatch::Extent::more);
+  std::ranges::for_each(each(*pss), check_share);
   remove_empty_share_node();
 }

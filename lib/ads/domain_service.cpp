@@ -1,25 +1,27 @@
+// Entering and leaving the domain: which files are written and which services run, in which order.
+#include "ads/codes.h"
+#include "ads/krb5_conf.h"
+#include "ads/nsswitch_conf.h"
+#include "base/debug.h"
+#include "model/domain_mode.h"
 #include "nasshare/ads.h"
 #include "nasshare/smbconf.h"
 #include "nasshare/support.h"
-#include "support/debug.h"
+#include "smbconf/smb_conf.h"
 
 #include <cstdlib>
 #include <unistd.h>
 
-using namespace nasshare;
-
+namespace nasshare {
 namespace {
 
-constexpr const char *nsswitch_conf = "/etc/nsswitch.conf";
-constexpr const char *krb5_conf = "/etc/krb5.conf";
-
 void run(const char *command) {
-  static_cast<void>(std::system(command)); // what these do shows in the join
+  static_cast<void>(std::system(command)); // whether it worked shows in the join that follows
 }
 
 bool configuration_exists() {
-  return access(nsswitch_conf, F_OK) == 0 && access(krb5_conf, F_OK) == 0 &&
-         access("/etc/samba/smb.conf", F_OK) == 0;
+  return access(nsswitch_conf_path, F_OK) == 0 && access(krb5_conf_path, F_OK) == 0 &&
+         access(smb_conf_path, F_OK) == 0;
 }
 
 void stop_services() {
@@ -35,10 +37,13 @@ void start_winbind() {
 }
 
 } // namespace
+} // namespace nasshare
+
+using namespace nasshare;
 
 int ads_start(void) {
   read_global_setting();
-  if (pss->ads_enable == 0) {
+  if (!is_domain_mode()) {
     return 2;
   }
   run_smbcv();
@@ -52,11 +57,11 @@ int ads_start(void) {
   run("samba_tmpfs.sh 1");
   run("smb start >/dev/null 2>&1");
 
-  if (int code = ads_join_domain(); code != 50) {
+  if (const int code = ads_join_domain(); code != joined) {
     trace_debug("ADS_JOIN_ERROR : [%d]\n", code);
     return code;
   }
-  if (int code = ads_kinit(); code != 100) {
+  if (const int code = ads_kinit(); code != ticket_obtained) {
     trace_debug("KINIT_ERROR : [%d]\n", code);
     return code;
   }
@@ -66,13 +71,13 @@ int ads_start(void) {
 
 int ads_stop(void) {
   read_global_setting();
-  if (pss->ads_enable == 1) {
+  if (is_domain_mode()) {
     return 3;
   }
   run_smbcv();
   run_smbcom();
   ads_create_nsswitch_conf();
-  unlink(krb5_conf);
+  unlink(krb5_conf_path);
   stop_services();
   run("samba_tmpfs.sh 0");
   return 1;

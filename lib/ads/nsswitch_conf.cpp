@@ -1,8 +1,11 @@
+// nsswitch.conf (nsswitch.conf(5)): where accounts and hosts are looked up, with a domain and without.
+#include "ads/nsswitch_conf.h"
+
+#include "base/in_place.h"
+#include "model/domain_mode.h"
 #include "nasshare/ads.h"
-#include "support/in_place.h"
 
-using namespace nasshare;
-
+namespace nasshare {
 namespace {
 
 // Local names are looked up in the files first, a domain's names at its own server first.
@@ -27,12 +30,14 @@ constexpr const char *domain_sources = "passwd:     files winbind\n"
                                        "services:   files\n";
 
 } // namespace
+} // namespace nasshare
+
+using namespace nasshare;
 
 void ads_create_nsswitch_conf(void) {
-  InPlaceFile nsswitch_conf("/etc/nsswitch.conf");
-  if (!nsswitch_conf.is_open() || nsswitch_conf.text() == nullptr) {
-    return;
+  InPlaceFile file(nsswitch_conf_path);
+  if (file.is_open() && file.text() != nullptr) {
+    std::fputs(is_plainly_local() ? local_sources : domain_sources, file.text());
+    static_cast<void>(file.commit()); // it has no result: the join shows what the file holds
   }
-  std::fputs(pss->ads_enable == 0 ? local_sources : domain_sources, nsswitch_conf.text());
-  nsswitch_conf.commit();
 }

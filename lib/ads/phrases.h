@@ -1,11 +1,9 @@
 // How the output of the domain tools is classified: by fixed phrases, tested in order.
 #pragma once
 
-#include "support/text.h"
+#include "base/text.h"
 
 #include <optional>
-#include <span>
-#include <string_view>
 
 namespace nasshare {
 
@@ -16,12 +14,9 @@ struct Phrase {
 
 // The code of the first phrase that the line contains.
 inline std::optional<int> code_of_line(std::string_view line, std::span<const Phrase> phrases) {
-  for (const auto &phrase : phrases) {
-    if (contains(line, phrase.text)) {
-      return phrase.code;
-    }
-  }
-  return std::nullopt;
+  const auto found =
+      std::ranges::find_if(phrases, [line](const Phrase &phrase) { return contains(line, phrase.text); });
+  return found == phrases.end() ? std::nullopt : std::optional(found->code);
 }
 
 } // namespace nasshare

@@ -1,19 +1,15 @@
+// Obtaining a Kerberos ticket, and what kinit(1) says of it.
+#include "ads/codes.h"
 #include "ads/phrases.h"
+#include "base/debug.h"
+#include "base/lines.h"
 #include "nasshare/ads.h"
-#include "support/debug.h"
-#include "support/lines.h"
-#include "support/text.h"
 
-using namespace nasshare;
-
+namespace nasshare {
 namespace {
 
-constexpr int obtained = 100;
-constexpr int other_error = 105;
-constexpr int not_started = 56;
-
-constexpr Phrase phrases[] = {
-    {"Kinit successful", obtained},
+constexpr Phrase ticket_phrases[] = {
+    {"Kinit successful", ticket_obtained},
     {"Clock skew too great", 101},
     {"Preauthentication failed", 102},
     {"Client not found in Kerberos database", 103},
@@ -25,22 +21,26 @@ std::optional<int> code_of_ticket_line(std::string_view line) {
   if (contains(line, "Password for")) {
     return std::nullopt;
   }
-  return line.empty() ? obtained : code_of_line(line, phrases).value_or(other_error);
+  return line.empty() ? ticket_obtained : code_of_line(line, ticket_phrases).value_or(other_ticket_error);
 }
 
 } // namespace
+} // namespace nasshare
+
+using namespace nasshare;
 
 int ads_kinit(void) {
-  Text<4 * name_width> command{"echo '", view(pss->ads_password), "' | kinit '", view(pss->ads_username),
-                               "@",      view(pss->ads_realm),    "' 2>&1"};
+  const Text<4 * name_width> command{
+      "echo '", view(pss->ads_password), "' | kinit '", view(pss->ads_username),
+      "@",      view(pss->ads_realm),    "' 2>&1"};
   trace_debug("kinit : [%s]\n", command.c_str());
-  CommandOutput kinit(command.c_str());
-  if (!kinit) {
-    return not_started;
+  CommandLines kinit(command.c_str());
+  if (!kinit.has_started()) {
+    return join_not_started;
   }
   std::optional<int> code;
-  for (CommandLines lines(kinit.get()); lines.next();) { // to the end, so that the command is not cut off
-    code = code ? code : code_of_ticket_line(lines.line());
+  for (const auto line : kinit) { // to the end, so that the command is not cut off
+    code = code ? code : code_of_ticket_line(line);
   }
-  return code.value_or(obtained);
+  return code.value_or(ticket_obtained);
 }

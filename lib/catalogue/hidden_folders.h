@@ -1,32 +1,30 @@
 // The mount points of the hidden system partitions, "/mnt/HD_a4" and so on, in alphabetical order.
 #pragma once
 
+#include "base/owners.h"
+#include "base/text.h"
 #include "nasshare/catalogue.h"
-#include "support/text.h"
 
 #include <cerrno>
-#include <cstdlib>
-#include <dirent.h>
+#include <span>
 
 namespace nasshare {
 
-using HiddenPath = Text<512>; // a name in a folder has at most 255 bytes
+using HiddenFolder = Text<name_width>; // a name in a folder has at most 255 bytes
 
 // Calls visit(path) for each of them; false when they cannot be listed.
-template <class Visit> bool each_hidden_folder(Visit visit) {
+template <class Visit> [[nodiscard]] bool each_hidden_folder(Visit visit) {
   dirent **entries = nullptr;
-  int count = scandir("/mnt", &entries, hidden_filter_dir, alphasort);
-  for (int i = 0; i < count; ++i) {
-    visit(HiddenPath{"/mnt/", entries[i]->d_name});
-    std::free(entries[i]);
+  const int count = scandir("/mnt", &entries, hidden_filter_dir, alphasort);
+  if (count < 0) {
+    return errno == ENOENT; // a machine without /mnt has none
   }
-  std::free(entries);
-  return count >= 0 || errno == ENOENT;
+  const Allocated<dirent *> list(entries);
+  for (auto *const found : std::span(entries, static_cast<std::size_t>(count))) {
+    const Allocated<dirent> entry(found);
+    visit(HiddenFolder{"/mnt/", entry->d_name});
+  }
+  return true;
 }
-
-// Puts the temporary share XML into each of them; false when it is nobody's own file, when they cannot be
-// listed, and when none of those that have the folder ".systemfile" took it. One of two that fails is not
-// told.
-bool spread_catalogue();
 
 } // namespace nasshare

@@ -1,75 +1,54 @@
-#include "catalogue/load_catalogue.h"
+// Loading the catalogue: settings, volumes, their names, their shares, the check of the shares' lists, USB
+// disks.
+#include "catalogue/loading.h"
+
+#include "base/linked_list.h"
+#include "base/text.h"
+#include "model/file_services.h"
+#include "model/load_verdict.h"
+#include "model/volumes.h"
 #include "nasshare/acl.h"
 #include "nasshare/catalogue.h"
-#include "nasshare/platform.h"
 #include "nasshare/smbconf.h"
-#include "nasshare/support.h"
 #include "nasshare/volume.h"
-#include "smbconf/file_services.h"
-#include "support/linked_list.h"
-#include "support/text.h"
-#include "support/trouble.h"
+
+namespace nasshare {
+
+void load_catalogue_or_note() {
+  const LoadWatch watch(LoadWatch::Extent::whole);
+  Free_All_List();
+  check_hd();
+  check_user_group();
+  create_usb_share(); // last: the check of the lists never sees them
+}
+
+} // namespace nasshare
 
 using namespace nasshare;
 
 void get_samba_info(void) {
-  load_begins();
-  load_catalogue();
-}
-
-void nasshare::load_catalogue() {
-  Free_All_List();
-  check_hd();
-  check_user_group();
-  create_usb_share(); // last: the access-list check never sees them
+  load_catalogue_or_note();
 }
 
 void get_samba_info2(void) {
-  get_samba_info();
+  load_catalogue_or_note();
+  const LoadWatch watch(LoadWatch::Extent::more);
   const FileServices services;
   for (auto &share : each(*pss)) {
-    if (services.forbid_oplocks(share.path)) {
+    if (services.forbid_oplocks_or_note(share.path)) {
       assign(share.oplocks, "no");
     }
   }
 }
 
 void check_hd(void) {
+  const LoadWatch watch(LoadWatch::Extent::more);
   read_global_setting();
   get_hd_raid_info(pss);
   get_HD_share_name(pss);
-  for (int volume = 0; volume < 2; ++volume) {
-    if (pss->vol_present[volume] == 1) {
+  for (const int volume : volumes) {
+    if (is_present(*pss, volume)) {
       read_HD_xml(volume);
     }
   }
-}
-
-namespace {
-
-// The name may lie in the very list that the load empties.
-smb_share *load_and_find(const char *name) {
-  const Text<2 * name_width> wanted{name == nullptr ? "" : name};
-  get_samba_info();
-  return check_smb_share_name(wanted.c_str());
-}
-
-} // namespace
-
-// The two queries answer in opposite senses; callers depend on it.
-int chk_share(const char *name) {
-  int result = load_and_find(name) == nullptr ? 1 : 0;
-  Free_All_List();
-  return result;
-}
-
-int chk_name_path(const char *name, const char *path) {
-  const Text<2 * path_width> wanted{path == nullptr ? "" : path};
-  const auto *share = load_and_find(name);
-  int result = 1;
-  if (share != nullptr) {
-    result = view(share->path) == wanted.view() ? 2 : 0;
-  }
-  Free_All_List();
-  return result;
 }

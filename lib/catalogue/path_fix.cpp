@@ -1,38 +1,37 @@
+// The path of a record that comes from another volume, or from the older layout, moves onto the volume's
+// mount point.
+#include "base/text.h"
 #include "nasshare/catalogue.h"
-#include "support/text.h"
 
+#include <algorithm>
 #include <cstring>
 
-using namespace nasshare;
+namespace nasshare {
+namespace {
 
-void fix_share_name(char *name, int volume) {
-  if (name == nullptr || volume < 0 || volume > 1) {
-    return;
-  }
-  auto configured = view(pss->vol_share_name[volume]);
-  if (!configured.empty()) {
-    assign({name, name_width}, configured);
+// In the older layout "/mnt/HD_", the volume's letter and "4" stood where the mount point is today.
+void leave_older_layout(std::span<char> path, std::string_view root) {
+  constexpr std::string_view older_root = "/mnt/HD_";
+  const auto text = view(path);
+  if (text.starts_with(older_root)) {
+    const auto rest = text.substr(std::min(text.size(), older_root.size() + 2));
+    assign(path, Text<path_width>{root, rest}.view());
   }
 }
 
+} // namespace
+} // namespace nasshare
+
+using namespace nasshare;
+
 void fix_path(char *path, int volume) {
-  if (path == nullptr || volume < 0 || volume > 3) {
+  if (path == nullptr || volume < 0 || volume >= std::ssize(SMB_VOL_NAME)) {
     return;
   }
   const std::string_view root = SMB_VOL_NAME[volume];
-  std::span field(path, path_width);
-  auto text = view(field);
-
-  // The older layout: "/mnt/HD_", the volume's letter and "4" stood where the mount point is today.
-  constexpr std::string_view old_root = "/mnt/HD_";
-  if (text.starts_with(old_root)) {
-    auto rest = text.substr(std::min(text.size(), old_root.size() + 2));
-    Text<path_width> moved{root, rest};
-    assign(field, moved.view());
-    text = view(field);
-  }
-
-  if (text.size() < root.size()) {
+  const std::span field(path, path_width);
+  leave_older_layout(field, root);
+  if (view(field).size() < root.size()) {
     assign(field, root);
   } else {
     std::memcpy(path, root.data(), root.size());

@@ -1,13 +1,15 @@
+// The list of shares: one record per name, found by it exactly; and what a record becomes when it is put
+// there.
+#include "acl/access_list.h"
+#include "base/debug.h"
+#include "base/linked_list.h"
+#include "base/text.h"
 #include "nasshare/acl.h"
 #include "nasshare/catalogue.h"
-#include "support/debug.h"
-#include "support/linked_list.h"
-#include "support/text.h"
 
 #include <cstdio>
 
-using namespace nasshare;
-
+namespace nasshare {
 namespace {
 
 // Every listed share is browseable and public, whatever the source says: a stored "no" does not survive.
@@ -42,7 +44,28 @@ smb_share *find_share(std::string_view name) {
   return find(*pss, [name](const smb_share &share) { return view(share.name) == name; });
 }
 
+void print(const smb_share &share) {
+  std::printf("volume_raid     : [%d]\n", share.volume_raid);
+  std::printf("hd_serial       : [%s]\n", share.hd_serial);
+  std::printf("name            : [%s]\n", share.name);
+  std::printf("comment         : [%s]\n", share.comment);
+  std::printf("path            : [%s]\n", share.path);
+  std::printf("browseable      : [%s]\n", share.browseable);
+  std::printf("public          : [%s]\n", share.public_);
+  std::printf("oplocks         : [%s]\n", share.oplocks);
+  std::printf("map_archive     : [%s]\n", share.map_archive);
+  std::printf("read_list       : [%s]\n", share.read_list);
+  std::printf("write_list      : [%s]\n", share.write_list);
+  std::printf("invalid_users   : [%s]\n", share.invalid_users);
+  std::printf("valid_users     : [%s]\n", share.valid_users);
+  std::printf("recycle_enable  : [%d]\n", share.recycle_enable);
+  std::printf("recycle_tree    : [%d]\n\n", share.recycle_tree);
+}
+
 } // namespace
+} // namespace nasshare
+
+using namespace nasshare;
 
 smb_share *check_smb_share_name(const char *name) {
   return name == nullptr ? nullptr : find_share(name);
@@ -52,11 +75,11 @@ smb_share *Insert_Smb_Node(const smb_share *record) {
   if (record == nullptr) {
     return nullptr;
   }
-  auto name = listed_name(*record);
-  if (auto *listed = find_share(name)) {
+  const auto name = listed_name(*record);
+  if (auto *const listed = find_share(name)) {
     return listed;
   }
-  auto *share = name.empty() ? nullptr : new_node<smb_share>();
+  auto *const share = name.empty() ? nullptr : new_node_or_note<smb_share>();
   if (share != nullptr) {
     copy_record(*share, *record);
     append(*pss, share);
@@ -65,7 +88,7 @@ smb_share *Insert_Smb_Node(const smb_share *record) {
 }
 
 smb_share *Modify_Smb_Node(const smb_share *record) {
-  auto *share = record == nullptr ? nullptr : find_share(listed_name(*record));
+  auto *const share = record == nullptr ? nullptr : find_share(listed_name(*record));
   if (share != nullptr) {
     copy_record(*share, *record);
   }
@@ -95,25 +118,9 @@ int Is_Smb_Empty(void) {
 }
 
 void List_Smb_Node(void) {
-  if (!listing()) {
+  if (!is_listing()) {
     return;
   }
   std::printf("\n");
-  for (const auto &share : each(*pss)) {
-    std::printf("volume_raid     : [%d]\n", share.volume_raid);
-    std::printf("hd_serial       : [%s]\n", share.hd_serial);
-    std::printf("name            : [%s]\n", share.name);
-    std::printf("comment         : [%s]\n", share.comment);
-    std::printf("path            : [%s]\n", share.path);
-    std::printf("browseable      : [%s]\n", share.browseable);
-    std::printf("public          : [%s]\n", share.public_);
-    std::printf("oplocks         : [%s]\n", share.oplocks);
-    std::printf("map_archive     : [%s]\n", share.map_archive);
-    std::printf("read_list       : [%s]\n", share.read_list);
-    std::printf("write_list      : [%s]\n", share.write_list);
-    std::printf("invalid_users   : [%s]\n", share.invalid_users);
-    std::printf("valid_users     : [%s]\n", share.valid_users);
-    std::printf("recycle_enable  : [%d]\n", share.recycle_enable);
-    std::printf("recycle_tree    : [%d]\n\n", share.recycle_tree);
-  }
+  std::ranges::for_each(each(*pss), print);
 }

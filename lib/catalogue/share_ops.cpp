@@ -1,80 +1,42 @@
-#include "acl/list_text.h"
-#include "catalogue/hidden_folders.h"
-#include "catalogue/load_catalogue.h"
-#include "catalogue/share_xml.h"
-#include "catalogue/store_catalogue.h"
+// Adding, modifying and deleting a share: check, load, place, insert, store.
+#include "base/argument.h"
+#include "base/debug.h"
+#include "base/linked_list.h"
+#include "base/watch.h"
+#include "catalogue/loading.h"
+#include "catalogue/storable_record.h"
+#include "catalogue/storing.h"
+#include "model/domain_mode.h"
+#include "model/volumes.h"
 #include "nasshare/acl.h"
 #include "nasshare/catalogue.h"
-#include "nasshare/support.h"
-#include "support/configuration.h"
-#include "support/debug.h"
-#include "support/linked_list.h"
-#include "support/text.h"
-#include "support/trouble.h"
 
-#include <cstdlib>
-#include <span>
-#include <unistd.h>
-
-using namespace nasshare;
-
+namespace nasshare {
 namespace {
 
-// A text that XML cannot hold would come back as another one; a line end would begin a line of its own in
-// smb.conf; a field without a terminator has no end.
-bool is_storable(std::span<const char> field) {
-  auto text = view(field);
-  return text.size() < field.size() && text.find_first_of("\r\n") == std::string_view::npos &&
-         xml_can_hold(text);
-}
-
-// The guest is put in front of those who are denied: nobody may drop out at the end for it.
-bool leaves_room_for_guest(const smb_share &share) {
-  auto denied = view(share.invalid_users);
-  return contains(denied, "nobody") || denied.size() + guest_entry.size() + 1 < sizeof share.invalid_users;
-}
-
-bool is_valid(const smb_share *record) {
-  return record != nullptr && record->name[0] != '\0' && record->path[0] != '\0' &&
-         is_storable(record->path) && access(record->path, F_OK) == 0 && is_storable(record->hd_serial) &&
-         is_storable(record->name) && is_storable(record->comment) && is_storable(record->oplocks) &&
-         is_storable(record->map_archive) && is_storable(record->read_list) &&
-         is_storable(record->write_list) && is_storable(record->invalid_users) &&
-         leaves_room_for_guest(*record);
-}
-
-// The record that a change works on. One of the loaded list is taken out of it, since the load frees that
-// list.
-class Argument {
+// The record that a change works on. One that is listed is taken out of the list, which the load is about to
+// free.
+class RecordArgument {
 public:
-  explicit Argument(smb_share *record) : record_(record), listed_(unlink_node(*pss, record)) {}
-  Argument(const Argument &) = delete;
-  Argument &operator=(const Argument &) = delete;
-  ~Argument() {
-    if (listed_) {
-      std::free(record_);
-    }
-  }
+  explicit RecordArgument(smb_share *record) : listed_(unlink_node(*pss, record) ? record : nullptr) {}
 
 private:
-  smb_share *record_;
-  bool listed_;
+  Allocated<smb_share> listed_; // freed at the end, as the load would have done
 };
 
 // In domain mode the lists are kept as they are: they name domain accounts.
-void normalise_lists(smb_share &record) {
-  pss->ads_enable = configured_number("/system_mgr/samba/ads_enable");
-  if (pss->ads_enable != 1) {
-    pss->ads_enable = 0;
+void normalise_lists_or_note(smb_share &record) {
+  read_domain_mode_or_note();
+  if (!is_domain_mode()) {
     rebuld_input_data(&record);
   }
 }
 
-// Tags the record with the volume that holds its path; on neither volume it keeps the caller's tags. False
-// then.
-bool place(smb_share &record) {
-  for (int volume = 0; volume < 2; ++volume) {
-    if (view(record.path).starts_with(SMB_VOL_NAME[volume])) {
+// Tags the record with the volume that holds its path; on neither volume it keeps the caller's tags, and the
+// answer is false.
+bool place_on_volume(smb_share &record) {
+  for (const int volume : volumes) {
+    if (view(record.path).starts_with(mount_point(volume))) {
       record.volume_raid = pss->vol_raid_type[volume];
       assign(record.hd_serial, view(pss->vol_comp_str[volume]));
       return true;
@@ -83,95 +45,78 @@ bool place(smb_share &record) {
   return false;
 }
 
-int refuse() {
-  Free_All_List();
-  return 0;
+void list_input_error(const smb_share *record) {
+  const auto path =
+      record == nullptr ? std::string_view() : view(record->path); // perhaps without a terminator
+  list_debug("input data error! [%.*s]\n", static_cast<int>(path.size()), path.data());
 }
 
 } // namespace
+} // namespace nasshare
+
+using namespace nasshare;
 
 int add_share(smb_share *record) {
-  if (!is_valid(record)) {
-    auto path = record == nullptr ? std::string_view() : view(record->path); // perhaps without a terminator
-    list_debug("input data error! [%.*s]\n", static_cast<int>(path.size()), path.data());
+  if (!is_storable(record)) {
+    list_input_error(record);
     return 0;
   }
-  load_begins();
-  const Argument argument(record);
+  const Watch change;
+  const RecordArgument argument(record);
   ProgramLock lock(catalogue_lock);
-  normalise_lists(*record);
+  normalise_lists_or_note(*record);
   list_debug("read_list       : [%s]\n", record->read_list);
   list_debug("write_list      : [%s]\n", record->write_list);
   list_debug("invalid_users   : [%s]\n", record->invalid_users);
 
-  load_catalogue();
+  load_catalogue_or_note();
   if (check_smb_share_name(record->name) != nullptr) {
-    return refuse();
+    return refuse_change();
   }
-  if (place(*record)) {
+  if (place_on_volume(*record)) {
     list_debug("####p->hd_serial [%s]\n", record->hd_serial);
   }
   // A drive may report a serial number that no file gives back.
-  if (!xml_can_hold(record->hd_serial) || Insert_Smb_Node(record) == nullptr) {
-    return refuse();
+  if (!is_storable(record->hd_serial) || Insert_Smb_Node(record) == nullptr) {
+    return refuse_change();
   }
-  return store_catalogue(Print::list, lock);
+  return store_catalogue(change, lock, Listing::yes);
 }
 
 int mod_share(smb_share *record) {
-  if (!is_valid(record)) {
+  if (!is_storable(record)) {
     list_debug("input data error!\n");
     return 0;
   }
-  load_begins();
-  const Argument argument(record);
+  const Watch change;
+  const RecordArgument argument(record);
   ProgramLock lock(catalogue_lock);
-  normalise_lists(*record);
+  normalise_lists_or_note(*record);
 
-  load_catalogue();
+  load_catalogue_or_note();
   if (check_smb_share_name(record->name) == nullptr) {
-    return refuse();
+    return refuse_change();
   }
-  place(*record);
-  if (!xml_can_hold(record->hd_serial)) {
-    return refuse();
+  place_on_volume(*record);
+  if (!is_storable(record->hd_serial)) {
+    return refuse_change();
   }
   Modify_Smb_Node(record);
-  return store_catalogue(Print::nothing, lock);
+  return store_catalogue(change, lock);
 }
 
 int del_share(const char *name) {
-  if (!given(name)) {
+  if (!is_given(name)) {
     return 0;
   }
-  load_begins();
+  const Watch change;
   ProgramLock lock(catalogue_lock);
-  const Text<2 * name_width> wanted{name}; // it may lie in the very list that the load empties
-  load_catalogue();
+  const Argument wanted(name);
+  load_catalogue_or_note();
   if (check_smb_share_name(wanted.c_str()) == nullptr) {
     list_debug("not find %s\n", wanted.c_str());
-    return refuse();
+    return refuse_change();
   }
   Remove_Smb_Node_By_Name(wanted.c_str());
-  return store_catalogue(Print::nothing, lock);
-}
-
-int nasshare::store_catalogue(Print print, ProgramLock &lock) {
-  bool written = !load_was_troubled() && create_HD_xml(temporary_share_xml) == 0;
-  if (print == Print::list) {
-    List_Smb_Node();
-  }
-  Free_All_List();
-  if (!written) {
-    return 0;
-  }
-  bool spread = spread_catalogue();
-  unlink(temporary_share_xml);
-  if (!spread) {
-    return 0;
-  }
-  sync();
-  lock.release();
-  run_smbcom();
-  return 1;
+  return store_catalogue(change, lock);
 }

@@ -1,23 +1,21 @@
-#include "catalogue/share_xml.h"
-#include "catalogue/xml_text.h"
+// Writing the share list as share XML: <config><samba><count/><item>...</item>...</samba></config>, UTF-8.
+#include "base/linked_list.h"
+#include "base/text.h"
+#include "base/xml_reader.h"
+#include "base/xml_store.h"
+#include "base/xml_writer.h"
+#include "catalogue/ampersands.h"
+#include "catalogue/temporary_share_xml.h"
+#include "model/automatic_shares.h"
 #include "nasshare/catalogue.h"
-#include "support/linked_list.h"
-#include "support/text.h"
-#include "support/xml.h"
 
 #include <unistd.h>
 
-using namespace nasshare;
-
+namespace nasshare {
 namespace {
 
-// Only the disk in the first slot is meant: the shares of other slots are stored, and skipped on loading.
-bool is_usb_disk_share(const smb_share &share) {
-  return contains(view(share.name), "USBDisk1");
-}
-
 bool add_item(xmlNode *samba, const smb_share &share) {
-  auto *item = add_element(samba, "item");
+  auto *const item = add_element(samba, "item");
   return item != nullptr && add_number(item, "volume_raid", share.volume_raid) &&
          add_markup(item, "hd_serial", view(share.hd_serial)) && add_text(item, "name", view(share.name)) &&
          add_text(item, "comment", view(share.comment)) && add_text(item, "path", view(share.path)) &&
@@ -36,17 +34,26 @@ bool add_shares(xmlNode *samba) {
   if (Is_Smb_Empty() != 0) {
     return true;
   }
-  if (!add_number(samba, "count", pss->count)) {
-    return false;
-  }
-  for (const auto &share : each(*pss)) {
-    if (!add_item(samba, share)) {
-      return false;
-    }
-  }
-  return true;
+  return add_number(samba, "count", pss->count) &&
+         std::ranges::all_of(each(*pss), [samba](const auto &share) { return add_item(samba, share); });
 }
 
+XmlDocument compose_catalogue() {
+  auto document = new_xml_or_note("config");
+  auto *const samba = document ? add_element(root_of(document), "samba") : nullptr;
+  return samba != nullptr && add_shares(samba) ? std::move(document) : nullptr;
+}
+
+bool store(xmlDoc *document, const char *target) {
+  if (!is_in_shared_folder(target)) {
+    return store_xml(document, target);
+  }
+  // Whatever lies there, nobody has stored it: a broken file is not kept.
+  const auto text = compose_whole(document);
+  return text && store_in_shared_folder(target, view(text));
+}
+
+// In memory the texts stay as the file has them.
 void leave_escaped() {
   for (auto &share : each(*pss)) {
     escape_ampersands(share.name);
@@ -55,27 +62,26 @@ void leave_escaped() {
   }
 }
 
-bool write_catalogue(const char *target) {
-  auto document = new_xml("config");
-  auto *samba = document ? add_element(xmlDocGetRootElement(document.get()), "samba") : nullptr;
-  return samba != nullptr && add_shares(samba) && store_xml(document.get(), target);
-}
-
 } // namespace
+} // namespace nasshare
+
+using namespace nasshare;
 
 int create_HD_xml(const char *target) {
-  remove_matching(*pss, is_usb_disk_share);
-  bool temporary = target != nullptr && std::string_view(target) == temporary_share_xml;
+  // Only the first USB disk is meant: the shares of other disks are stored, and skipped on loading: wanted.
+  remove_matching(*pss, [](const smb_share &share) { return is_usb_disk_name(view(share.name)); });
   if (target == nullptr) {
     return -1;
   }
-  if (Is_Smb_Empty() != 0 && !temporary) {
+  const bool is_temporary = std::string_view(target) == temporary_share_xml;
+  if (Is_Smb_Empty() != 0 && !is_temporary) {
     return 0;
   }
-  bool stored = write_catalogue(target);
+  const auto document = compose_catalogue();
+  const bool is_stored = document && store(document.get(), target);
   leave_escaped();
-  if (!stored && temporary) {
+  if (!is_stored && is_temporary) {
     unlink(target); // what an earlier program left must not be spread for this catalogue
   }
-  return stored ? 0 : -1;
+  return is_stored ? 0 : -1;
 }

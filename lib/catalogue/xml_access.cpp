@@ -1,6 +1,6 @@
+// Reading XML for callers in C: the first child element of a name, and the end of a document.
+#include "base/xml_reader.h"
 #include "nasshare/catalogue.h"
-#include "support/text.h"
-#include "support/xml.h"
 
 #include <algorithm>
 #include <libxml/parser.h>
@@ -9,9 +9,9 @@
 using namespace nasshare;
 
 xmlNode *search_xml_children(xmlNode *parent, const char *name, char *text, int size) {
-  auto *child = name == nullptr ? nullptr : child_element(parent, name);
+  auto *const child = name == nullptr ? nullptr : child_element(parent, name);
   if (text != nullptr && size > 0) {
-    std::span field(text, static_cast<std::size_t>(size));
+    const std::span field(text, static_cast<std::size_t>(size));
     std::ranges::fill(field, '\0');
     if (child != nullptr) {
       read_child(parent, name, field);

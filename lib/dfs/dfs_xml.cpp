@@ -1,11 +1,15 @@
+// Which values the DFS files can hold.
 #include "dfs/dfs_xml.h"
 
-#include "support/text.h"
+#include "base/text.h"
+#include "base/xml_characters.h"
 
-#include <algorithm>
+namespace nasshare {
 
-bool nasshare::is_storable(std::string_view value) {
+bool is_storable_value(std::string_view value) {
   constexpr std::string_view added = "amp;"; // behind every "&"
-  auto ampersands = static_cast<std::size_t>(std::ranges::count(value, '&'));
-  return value.size() + ampersands * added.size() < name_width && xml_can_hold(value);
+  const auto ampersands = static_cast<std::size_t>(std::ranges::count(value, '&'));
+  return value.size() + ampersands * added.size() < name_width && can_xml_hold(value);
 }
+
+} // namespace nasshare

@@ -5,23 +5,24 @@
 // value is escaped once per write, however often it has been loaded.
 #pragma once
 
-#include "support/trouble.h"
-#include "support/xml.h"
-
-#include <string_view>
+#include "base/watch.h"
+#include "base/xml_reader.h"
+#include "base/xml_store.h"
+#include "base/xml_writer.h"
+#include "nasshare/catalogue.h"
 
 namespace nasshare {
 
 enum class Form { text, markup };
 
-inline bool add_value(xmlNode *item, const char *name, std::string_view value, Form form) {
+[[nodiscard]] inline bool add_value(xmlNode *item, const char *name, std::string_view value, Form form) {
   return form == Form::text ? add_text(item, name, value) : add_markup(item, name, value);
 }
 
 // Calls read(item) for every item of the file; nothing for a file that is no such file.
-template <class Read> void each_dfs_item(const char *path, Read read) {
-  auto document = load_xml(path);
-  auto *dfs = child_element(document ? xmlDocGetRootElement(document.get()) : nullptr, "dfs");
+template <class Read> void each_item_or_note(const char *path, Read read) {
+  auto document = load_or_note(path);
+  auto *const dfs = child_element(root_of(document), "dfs");
   for (auto *item = child_element(dfs, "item"); item != nullptr; item = element_from(item->next)) {
     read(item);
   }
@@ -30,19 +31,20 @@ template <class Read> void each_dfs_item(const char *path, Read read) {
   }
 }
 
-// Replaces the file with one item per node of the list, filled by fill(item, node). False, and the old file
-// untouched, on failure and when the list was not loaded whole.
-template <class Nodes, class Fill> bool store_dfs_items(const char *path, const Nodes &nodes, Fill fill) {
-  if (load_was_troubled()) {
+// Replaces the file with one item per node, filled by fill(item, node). False, and the old file untouched, on
+// failure, and when the nodes came with trouble, so that some may be missing.
+template <class Nodes, class Fill>
+[[nodiscard]] bool store_items(const char *path, const Nodes &nodes, const Trouble &came_with, Fill fill) {
+  if (came_with) {
     return false;
   }
-  auto document = new_xml("config");
-  auto *dfs = document ? add_element(xmlDocGetRootElement(document.get()), "dfs") : nullptr;
+  const auto document = new_xml_or_note("config");
+  auto *const dfs = document ? add_element(root_of(document), "dfs") : nullptr;
   if (dfs == nullptr) {
     return false;
   }
   for (const auto &node : nodes) {
-    auto *item = add_element(dfs, "item");
+    auto *const item = add_element(dfs, "item");
     if (item == nullptr || !fill(item, node)) {
       return false;
     }
@@ -51,6 +53,6 @@ template <class Nodes, class Fill> bool store_dfs_items(const char *path, const 
 }
 
 // Whether a value fits its field once escaped, and XML can hold it.
-bool is_storable(std::string_view value);
+bool is_storable_value(std::string_view value);
 
 } // namespace nasshare

@@ -1,16 +1,17 @@
+// The link file: reading it into the link list, and replacing it.
 #include "dfs/link_store.h"
 
+#include "base/linked_list.h"
+#include "base/presence.h"
+#include "base/text.h"
 #include "nasshare/dfs.h"
-#include "support/linked_list.h"
-#include "support/presence.h"
-#include "support/text.h"
-#include "support/trouble.h"
 
-using namespace nasshare;
-
+namespace nasshare {
 namespace {
 
 constexpr const char *link_file = "/etc/NAS_CFG/smbdfs.xml";
+
+Trouble trouble;
 
 void read_link(xmlNode *item) {
   smb_dfs_node link{};
@@ -23,8 +24,12 @@ void read_link(xmlNode *item) {
 
 } // namespace
 
-bool nasshare::store_links(Form form) {
-  return store_dfs_items(link_file, each(*pdfs), [form](xmlNode *item, const smb_dfs_node &link) {
+Trouble &link_trouble() {
+  return trouble;
+}
+
+bool store_links(Form form) {
+  return store_items(link_file, each(*pdfs), trouble, [form](xmlNode *item, const smb_dfs_node &link) {
     return add_value(item, "host", view(link.host), form) &&
            add_value(item, "share", view(link.share), form) &&
            add_value(item, "local", view(link.local), form) &&
@@ -32,23 +37,27 @@ bool nasshare::store_links(Form form) {
   });
 }
 
-bool nasshare::links_can_be_loaded() {
+bool can_load_links() {
   read_DFS_xml();
-  bool loaded = !load_was_troubled();
   dfs_remove_all();
-  return loaded;
+  return !trouble;
 }
 
+} // namespace nasshare
+
+using namespace nasshare;
+
 void read_DFS_xml(void) {
-  load_begins();
-  if (is_there(link_file)) {
+  trouble = {};
+  const KeptWatch watch(trouble);
+  if (exists_or_note(link_file)) {
     dfs_remove_all();
-    each_dfs_item(link_file, read_link);
+    each_item_or_note(link_file, read_link);
   }
 }
 
 void write_DFS_xml(void) {
-  store_links(Form::markup);
+  static_cast<void>(store_links(Form::markup)); // it has no result
 }
 
 void get_dfs_info(void) {

@@ -1,23 +1,19 @@
-#include "nasshare/catalogue.h"
+// The tree of DFS links that Samba serves: a folder per group, and in it a symbolic link "msdfs:HOST\SHARE"
+// per link ("msdfs root" in smb.conf(5)).
+#include "base/debug.h"
+#include "base/linked_list.h"
+#include "base/owners.h"
+#include "base/shell_escape.h"
+#include "dfs/dfs_root.h"
+#include "model/dfs_switch.h"
 #include "nasshare/dfs.h"
-#include "nasshare/platform.h"
-#include "smbconf/shell_escape.h"
-#include "support/debug.h"
-#include "support/linked_list.h"
-#include "support/owners.h"
-#include "support/text.h"
 
-#include <cstdlib>
-#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-using namespace nasshare;
-
+namespace nasshare {
 namespace {
-
-constexpr const char *root_path = "/etc/dfsroot";
 
 using Command = Text<2 * path_width>; // every character of the four values may take a backslash
 
@@ -26,38 +22,35 @@ void run(const Command &command) {
 }
 
 void set_root_mode(mode_t mode) {
-  const Descriptor folder(open(root_path, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
-  static_cast<void>(fchmod(folder.get(), mode)); // whatever the umask is
+  const Descriptor folder(open(dfs_root, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+  static_cast<void>(fchmod(folder.get(), mode)); // whatever the umask is; there may be no folder
 }
 
-int is_in_tree(const dirent *entry) {
-  auto name = std::string_view(entry->d_name);
-  return name != "." && name != ".." ? 1 : 0;
-}
-
-bool has_old_tree() {
-  dirent **entries = nullptr;
-  int count = scandir(root_path, &entries, is_in_tree, nullptr);
-  for (int i = 0; i < count; ++i) {
-    std::free(entries[i]);
+bool is_root_empty() {
+  const Directory root(opendir(dfs_root));
+  const dirent *entry = nullptr;
+  while (root && (entry = readdir(root.get())) != nullptr) {
+    const std::string_view name = entry->d_name;
+    if (name != "." && name != "..") {
+      return false;
+    }
   }
-  std::free(entries);
-  return count > 0;
+  return true;
 }
 
 // While it is built, the tree is closed to everybody else: the commands follow links, and nobody may plant
 // one below their paths. An old tree that somebody keeps from going is no ground to build on.
 bool make_closed_root() {
   set_root_mode(0700);
-  run({"rm -rf ", root_path});
-  mkdir(root_path, 0700);
-  return !has_old_tree();
+  run({"rm -rf ", dfs_root});
+  mkdir(dfs_root, 0700);
+  return is_root_empty();
 }
 
-// The test sees the escaped name, the shell makes the plain one: for a group with such characters the
-// commands run for every link, which does no harm.
-void make_group(std::string_view group) {
-  Text<path_width> path{root_path, "/", group};
+// The test asks for the escaped name, while the shell makes the plain one: wanted. A group whose name has
+// such characters is made again for each of its links, which leaves it as it is.
+void make_group(std::string_view escaped_group) {
+  const Text<path_width> path{dfs_root, "/", escaped_group};
   if (access(path.c_str(), F_OK) != 0) {
     run({"mkdir ", path.view()});
     run({"chmod 777 ", path.view()});
@@ -65,30 +58,31 @@ void make_group(std::string_view group) {
 }
 
 void make_link(const smb_dfs_node &link) {
-  auto host = shell_escaped(view(link.host));
-  auto share = shell_escaped(view(link.share));
-  auto local = shell_escaped(view(link.local));
-  auto group = shell_escaped(view(link.group));
+  const auto host = shell_escaped(view(link.host));
+  const auto share = shell_escaped(view(link.share));
+  const auto local = shell_escaped(view(link.local));
+  const auto group = shell_escaped(view(link.group));
   make_group(group.view());
   // The shell makes one backslash of the two.
-  Command command{"ln -s msdfs:", host.view(), "\\\\",       share.view(), " ",
-                  root_path,      "/",         group.view(), "/",          local.view()};
+  const Command command{"ln -s msdfs:", host.view(), "\\\\",       share.view(), " ",
+                        dfs_root,       "/",         group.view(), "/",          local.view()};
   trace_debug("dfs link cmd [%s]\n", command.c_str());
   run(command);
 }
 
 } // namespace
+} // namespace nasshare
+
+using namespace nasshare;
 
 void create_dfs_link(void) {
-  pss->dfs_enable = xml_get_int("/system_mgr/samba/dfs_enable");
-  if (pss->dfs_enable != 1) {
-    return; // the old tree stays
+  read_dfs_switch_or_note();
+  if (!is_dfs_on()) {
+    return; // the old tree stays: wanted
   }
   get_dfs_info();
   if (make_closed_root()) {
-    for (const auto &link : each(*pdfs)) {
-      make_link(link);
-    }
+    std::ranges::for_each(each(*pdfs), make_link);
   }
   set_root_mode(0777);
   dfs_remove_all();

@@ -1,10 +1,12 @@
+// The section "global" of smb.conf: the appliance's names, how users are known, and the fixed options.
+#include "model/automatic_shares.h"
+#include "model/dfs_switch.h"
+#include "model/domain_mode.h"
+#include "smbconf/option_lines.h"
+#include "smbconf/recycle_folder.h"
 #include "smbconf/sections.h"
 
-#include "nasshare/catalogue.h"
-#include "support/text.h"
-
-using namespace nasshare;
-
+namespace nasshare {
 namespace {
 
 constexpr const char *winbind_options = R"(template homedir = /home/winnt/%D/%U
@@ -18,8 +20,8 @@ winbind separator = +
 nt acl support = yes
 )";
 
-// As the appliance's Samba wants them. "strict allocate" is set twice and "directory mask" has two blanks, as
-// ever; in Active Directory mode "nt acl support" comes twice as well.
+// As the appliance's Samba has them. That "strict allocate" comes twice, in domain mode "nt acl support" too,
+// and the two blanks behind "directory mask", are wanted.
 constexpr const char *fixed_options = R"(delete veto files = yes
 unix charset = UTF8
 encrypt passwords = yes
@@ -68,15 +70,15 @@ queueresume command = /usr/local/LPRng/sbin/lpc -P%p start
 
 } // namespace
 
-void nasshare::write_global_section(FILE *file) {
-  std::fprintf(file, "[ global ]\n");
+void write_global_section(FILE *file) {
+  write_section(file, "global");
   write_option(file, "netbios name", view(pss->netbios_name));
   write_option(file, "server string", view(pss->server_string));
   std::fprintf(file,
                "veto files = /.AppleDouble/.AppleDB/.bin/.AppleDesktop/Network Trash "
                "Folder/%s/.systemfile/lost+found/Nas_Prog/%s/%s/\n",
-               recycle_folder, "P2P", "aMule");
-  if (pss->ads_enable == 1) {
+               recycle_folder, p2p_name, amule_name);
+  if (is_domain_mode()) {
     write_option(file, "workgroup", view(pss->ads_workgroup));
     std::fprintf(file, "security = ads\n");
     write_option(file, "realm", view(pss->ads_realm));
@@ -86,8 +88,10 @@ void nasshare::write_global_section(FILE *file) {
     write_option(file, "workgroup", view(pss->workgroup));
     std::fprintf(file, "security = user\n");
   }
-  if (pss->dfs_enable == 1) {
+  if (is_dfs_on()) {
     std::fprintf(file, "host msdfs = yes\n");
   }
   std::fputs(fixed_options, file);
 }
+
+} // namespace nasshare

@@ -1,25 +1,25 @@
+// The section "printers" of smb.conf: the spool lies on the first hidden system partition.
+#include "base/watch.h"
 #include "catalogue/hidden_folders.h"
 #include "nasshare/smbconf.h"
-#include "support/trouble.h"
 
 #include <cstdio>
 #include <unistd.h>
 
 using namespace nasshare;
 
-// The spool lies on the first hidden system partition.
 void determine_printer_in_hidden(FILE *file) {
-  bool written = file == nullptr;
-  bool listed = each_hidden_folder([&written, file](const HiddenPath &folder) {
-    if (!written && access(folder.c_str(), F_OK) == 0) {
-      written = true;
+  bool is_done = file == nullptr;
+  const bool is_listed = each_hidden_folder([&is_done, file](const HiddenFolder &folder) {
+    if (!is_done && access(folder.c_str(), F_OK) == 0) {
+      is_done = true;
       std::fprintf(file,
                    "[ printers ]\npath = %s/.lpd\nguest ok = yes\nprintable = yes\nuse client driver = yes\n"
                    "browseable = no\n\n",
                    folder.c_str());
     }
   });
-  if (!listed) {
-    note_trouble();
+  if (!is_listed) {
+    note_doubt();
   }
 }

@@ -1,6 +1,8 @@
+// The way from a share's folder to the recycle folder in its volume's root, for the option
+// "recycle:repository" (vfs_recycle(8)).
+#include "base/text.h"
 #include "nasshare/smbconf.h"
-#include "smbconf/sections.h"
-#include "support/text.h"
+#include "smbconf/recycle_folder.h"
 
 #include <algorithm>
 
@@ -24,10 +26,7 @@ void make_related_path(char *destination, int slash_count) {
   if (destination == nullptr || slash_count < root_slashes) {
     return;
   }
-  Text<path_width> path;
-  if (slash_count == root_slashes) {
-    path.append("./");
-  }
+  Text<path_width> path{slash_count == root_slashes ? "./" : ""};
   for (int level = root_slashes; level < slash_count; ++level) {
     path.append("../");
   }

@@ -1,25 +1,30 @@
+// One section of smb.conf for each share. Its lists in memory are in Samba's form afterwards.
+#include "base/linked_list.h"
+#include "base/text.h"
+#include "model/volumes.h"
 #include "nasshare/acl.h"
 #include "nasshare/smbconf.h"
+#include "smbconf/option_lines.h"
 #include "smbconf/sections.h"
 #include "smbconf/usb_permissions.h"
-#include "support/linked_list.h"
-#include "support/text.h"
 
 #include <array>
 
-using namespace nasshare;
-
+namespace nasshare {
 namespace {
 
+bool has_recycle_bin(const smb_share &share) {
+  return share.recycle_enable == 1;
+}
+
 void mark_recycling_volume(const smb_share &share) {
-  for (int volume = 0; volume < 2; ++volume) {
-    if (share.recycle_enable == 1 && contains(view(share.path), SMB_VOL_NAME[volume])) {
+  for (const int volume : volumes) {
+    if (has_recycle_bin(share) && contains(view(share.path), mount_point(volume))) {
       pss->vol_recycle[volume] = 1;
     }
   }
 }
 
-// Converts the list of the listed record in place.
 void write_list(FILE *file, const char *option, char *list) {
   convert_list(list);
   write_option(file, option, list);
@@ -45,27 +50,31 @@ void write_share(FILE *file, smb_share &share, const FileServices &services) {
   mark_recycling_volume(share);
   write_option(file, "browseable", view(share.browseable));
   write_option(file, "public", view(share.public_));
-  write_option(file, "oplocks", services.forbid_oplocks(share.path) ? "no" : view(share.oplocks));
+  write_option(file, "oplocks", services.forbid_oplocks_or_note(share.path) ? "no" : view(share.oplocks));
   write_option(file, "map archive", view(share.map_archive));
   write_list(file, "read list", share.read_list);
   write_list(file, "write list", share.write_list);
   write_list(file, "invalid users", share.invalid_users);
   write_list(file, "valid users", share.valid_users);
-  if (share.recycle_enable == 1) {
+  if (has_recycle_bin(share)) {
     write_recycle_options(file, share);
   }
 }
 
 } // namespace
 
-bool nasshare::write_share_sections(FILE *file, const FileServices &services) {
-  bool any_recycle = false;
+bool write_share_sections(FILE *file, const FileServices &services) {
+  bool is_first = true;
+  bool any_recycles = false;
   for (auto &share : each(*pss)) {
-    if (&share != pss->head) {
+    if (!is_first) {
       std::fprintf(file, "\n");
     }
     write_share(file, share, services);
-    any_recycle = any_recycle || share.recycle_enable == 1;
+    is_first = false;
+    any_recycles = any_recycles || has_recycle_bin(share);
   }
-  return any_recycle;
+  return any_recycles;
 }
+
+} // namespace nasshare

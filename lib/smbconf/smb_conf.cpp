@@ -1,15 +1,18 @@
-#include "nasshare/catalogue.h"
+// The order of smb.conf (smb.conf(5)): the global section, printers, the shares, recycle bins, the DFS root.
+#include "smbconf/smb_conf.h"
+
+#include "base/debug.h"
+#include "base/in_place.h"
+#include "base/watch.h"
+#include "model/dfs_switch.h"
+#include "model/file_services.h"
+#include "model/load_verdict.h"
 #include "nasshare/smbconf.h"
-#include "smbconf/file_services.h"
 #include "smbconf/sections.h"
-#include "support/debug.h"
-#include "support/in_place.h"
-#include "support/trouble.h"
 
 #include <cstdio>
 
-using namespace nasshare;
-
+namespace nasshare {
 namespace {
 
 void compose(FILE *file, const FileServices &services) {
@@ -18,27 +21,31 @@ void compose(FILE *file, const FileServices &services) {
   if (write_share_sections(file, services)) {
     write_recycle_sections(file);
   }
-  if (pss->dfs_enable == 1) {
+  if (is_dfs_on()) {
     write_dfs_section(file);
   }
 }
 
 } // namespace
+} // namespace nasshare
+
+using namespace nasshare;
 
 int create_smb_conf(void) {
+  const Watch watch;
   const FileServices services;
   trace_debug("afp nfs state is [%d][%d]\n", services.afp ? 1 : 0, services.nfs ? 1 : 0);
-  if (load_is_doubtful()) {
+  if (load_verdict().is_doubtful || watch.seen().is_doubtful) {
     return -1;
   }
-  InPlaceFile smb_conf("/etc/samba/smb.conf");
-  if (!smb_conf.is_open()) {
+  InPlaceFile file(smb_conf_path);
+  if (!file.is_open()) {
     return 0;
   }
-  if (smb_conf.text() == nullptr) {
+  if (file.text() == nullptr) {
     return -1;
   }
-  compose(smb_conf.text(), services);
+  compose(file.text(), services);
   // Without an account that nobody could look up, a list of those who are denied would be short of it.
-  return load_is_doubtful() ? -1 : smb_conf.commit();
+  return watch.seen().is_doubtful ? -1 : file.commit();
 }

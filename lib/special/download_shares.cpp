@@ -1,47 +1,38 @@
-#include "nasshare/catalogue.h"
+// The shares of the download folders, of the P2P client and of the aMule package, open to everyone.
+#include "base/text.h"
+#include "base/xml_reader.h"
+#include "model/automatic_shares.h"
+#include "model/file_services.h"
+#include "model/load_verdict.h"
+#include "model/volumes.h"
 #include "nasshare/platform.h"
 #include "nasshare/special.h"
 #include "nasshare/support.h"
-#include "smbconf/file_services.h"
-#include "support/text.h"
-#include "support/xml.h"
 
-using namespace nasshare;
-
+namespace nasshare {
 namespace {
 
-struct Application {
-  std::string_view name;
-  std::string_view comment;
-  std::string_view folders[4]; // one per data volume; the first two are ever chosen
-};
-
-constexpr Application p2p{
-    "P2P",
-    "P2P Folder Share",
-    {"/mnt/HD/HD_a2/P2P", "/mnt/HD/HD_b2/P2P", "/mnt/HD/HD_c2/P2P", "/mnt/HD/HD_d2/P2P"}};
-
-constexpr Application amule{
-    "aMule",
-    "aMule Folder Share",
-    {"/mnt/HD/HD_a2/aMule", "/mnt/HD/HD_b2/aMule", "/mnt/HD/HD_c2/aMule", "/mnt/HD/HD_d2/aMule"}};
+constexpr const char *p2p_settings = "/etc/NAS_CFG/p2psettings.xml";
 
 // The first volume whose mount point the place contains, else the first volume.
 int volume_of(std::string_view place) {
-  return contains(place, SMB_VOL_NAME[0]) || !contains(place, SMB_VOL_NAME[1]) ? 0 : 1;
+  const auto found =
+      std::ranges::find_if(volumes, [place](int volume) { return contains(place, mount_point(volume)); });
+  return found == volumes.end() ? volumes.front() : *found;
 }
 
-void insert_share(const Application &application, std::string_view place, const FileServices &services) {
-  int volume = volume_of(place);
+// The application's folder bears its name, in the root of the volume that holds the place.
+void insert_share(std::string_view name, std::string_view place, const FileServices &services) {
+  const int volume = volume_of(place);
   smb_share share{}; // without any list: open to everyone
-  assign(share.name, application.name);
-  assign(share.comment, application.comment);
-  assign(share.path, application.folders[volume]);
+  assign(share.name, name);
+  assign(share.comment, Text<name_width>{name, " Folder Share"}.view());
+  assign(share.path, Text<path_width>{mount_point(volume), "/", name}.view());
   assign(share.browseable, "yes");
   assign(share.public_, "yes");
   share.volume_raid = pss->vol_raid_type[volume];
   assign(share.hd_serial, view(pss->vol_comp_str[volume]));
-  assign(share.oplocks, services.forbid_oplocks(share.path) ? "no" : "yes");
+  assign(share.oplocks, services.forbid_oplocks_or_note(share.path) ? "no" : "yes");
   assign(share.map_archive, "no");
   Insert_Smb_Node(&share);
 }
@@ -55,14 +46,18 @@ const modx_package *find_package(std::string_view name) {
 }
 
 } // namespace
+} // namespace nasshare
+
+using namespace nasshare;
 
 void create_p2p_share(void) {
+  const LoadWatch watch(LoadWatch::Extent::more);
   pss->list_changed = 1;
   const FileServices services;
-  auto document = load_xml("/etc/NAS_CFG/p2psettings.xml");
-  auto *settings = child_element(document ? xmlDocGetRootElement(document.get()) : nullptr, "settings");
+  const auto document = load_or_note(p2p_settings);
+  auto *const settings = child_element(root_of(document), "settings");
   if (settings != nullptr) {
-    insert_share(p2p, ChildText(settings, "save_path").view(), services);
+    insert_share(p2p_name, ChildText(settings, "save_path").view(), services);
   }
 }
 
@@ -70,12 +65,13 @@ void create_amule_share(void) {
   if (smb_check_ps("modx") != 1) {
     return; // the add-on service does not run, or is being restarted
   }
+  const LoadWatch watch(LoadWatch::Extent::more);
   const FileServices services;
   MODX_COMMAND(1, 0);
   MODX_ReadAllXml();
-  if (const auto *package = find_package(amule.name)) {
+  if (const auto *const package = find_package(amule_name)) {
     pss->list_changed = 1;
-    insert_share(amule, view(package->path), services);
+    insert_share(amule_name, view(package->path), services);
   }
   MODX_FreeAllXml();
 }

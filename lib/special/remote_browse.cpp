@@ -1,21 +1,22 @@
+// The shares that another host offers, as "smbclient -gNL" lists them (smbclient(1)); they become the name
+// records.
+#include "base/argument.h"
+#include "base/debug.h"
+#include "base/lines.h"
 #include "nasshare/acl.h"
 #include "nasshare/special.h"
-#include "support/debug.h"
-#include "support/lines.h"
-#include "support/text.h"
 
 #include <unistd.h>
 
-using namespace nasshare;
-
+namespace nasshare {
 namespace {
 
 constexpr const char *smbclient = "/usr/bin/smbclient";
 constexpr std::string_view disk_mark = "Disk|";
 
-// Characters that mean something to the shell between double quotes too.
-bool leaves_quotes(std::string_view host) {
-  return host.find_first_of("\"$`\\\n\r") != std::string_view::npos;
+// No host is called otherwise. These characters mean something to the shell between double quotes too.
+bool is_host(std::string_view name) {
+  return name.size() < path_width && name.find_first_of("\"$`\\\n\r") == std::string_view::npos;
 }
 
 // A refused session is no failed connection: the listing goes on.
@@ -26,7 +27,7 @@ bool is_connection_failure(std::string_view line) {
 // The share name of a line "Disk|name|comment"; what follows it remains.
 std::string_view take_share_name(std::string_view &line) {
   line.remove_prefix(disk_mark.size());
-  auto name = line.substr(0, line.find('|'));
+  const auto name = line.substr(0, line.find('|'));
   line.remove_prefix(std::min(name.size() + 1, line.size()));
   return name;
 }
@@ -46,32 +47,35 @@ void read_listing_line(std::string_view line) {
 }
 
 } // namespace
+} // namespace nasshare
+
+using namespace nasshare;
 
 int get_host_share_name(const char *host) {
-  if (access(smbclient, F_OK) != 0 || !given(host)) {
+  if (access(smbclient, F_OK) != 0 || !is_given(host)) {
     trace_debug("/usr/bin/smbclient not exist!\n");
     return 0;
   }
-  Text<path_width> name{host}; // the host may lie in the list that is about to be emptied
-  if (!name.whole() || leaves_quotes(name.view())) {
-    return 0; // no host is called like that
-  }
-  Free_Name_List();
-  Text<2 * path_width> command{smbclient, " -gNL \"", name.view(), "\" 2>&1"};
-  trace_debug("cmd = [%s]\n", command.c_str());
-  CommandOutput listing(command.c_str());
-  if (!listing) {
+  const Argument name(host);
+  if (!is_host(name.view())) {
     return 0;
   }
-  for (CommandLines lines(listing.get()); lines.next();) {
-    trace_debug("\t[%s]\n", Text<name_width>{lines.line()}.c_str());
-    if (is_connection_failure(lines.line())) {
+  Free_Name_List();
+  const Text<2 * path_width> command{smbclient, " -gNL \"", name.view(), "\" 2>&1"};
+  trace_debug("cmd = [%s]\n", command.c_str());
+  CommandLines listing(command.c_str());
+  if (!listing.has_started()) {
+    return 0;
+  }
+  for (const auto line : listing) {
+    trace_debug("\t[%s]\n", Text<name_width>{line}.c_str());
+    if (is_connection_failure(line)) {
       trace_debug("connect %s fail!\n", name.c_str());
       listing.close();
       Free_Name_List();
       return 0;
     }
-    read_listing_line(lines.line());
+    read_listing_line(line);
   }
   listing.close();
   Print_Name_List();

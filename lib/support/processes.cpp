@@ -1,14 +1,12 @@
+// How many processes bear a name, as the kernel has it in /proc/PID/status (proc(5)).
+#include "base/decimal.h"
+#include "base/owners.h"
 #include "nasshare/support.h"
-#include "support/owners.h"
-#include "support/text.h"
 
 #include <array>
 #include <cstdio>
-#include <dirent.h>
-#include <memory>
 
-using namespace nasshare;
-
+namespace nasshare {
 namespace {
 
 // The command name on the first line of a status file: "Name:", white-space, the name up to a blank.
@@ -21,30 +19,30 @@ std::string_view status_name(std::string_view line) {
   return take_word(line);
 }
 
-bool runs_as(std::int32_t process, std::string_view name) {
-  Text<64> path{"/proc/", decimal_text(process).view(), "/status"};
-  File status(std::fopen(path.c_str(), "re"));
+// A process may end meanwhile.
+bool runs_as(std::string_view process, std::string_view name) {
+  const Text<64> path{"/proc/", decimal_text(decimal(process)).view(), "/status"};
+  const File status(std::fopen(path.c_str(), "re"));
   std::array<char, 1024> line{};
   return status && std::fgets(line.data(), static_cast<int>(line.size()), status.get()) != nullptr &&
          status_name(line.data()) == name;
 }
 
-struct CloseDirectory {
-  void operator()(DIR *directory) const { closedir(directory); }
-};
-
 } // namespace
+} // namespace nasshare
+
+using namespace nasshare;
 
 int smb_check_ps(const char *name) {
-  std::unique_ptr<DIR, CloseDirectory> processes(opendir("/proc"));
+  const Directory processes(opendir("/proc"));
   if (!processes) {
     std::printf("Can't open /proc");
     return 0;
   }
   int count = 0;
-  while (const auto *entry = readdir(processes.get())) {
-    bool is_process = entry->d_name[0] >= '0' && entry->d_name[0] <= '9';
-    if (is_process && given(name) && runs_as(decimal(entry->d_name), name)) {
+  while (const auto *const entry = readdir(processes.get())) {
+    const bool is_process = entry->d_name[0] >= '0' && entry->d_name[0] <= '9';
+    if (is_process && is_given(name) && runs_as(entry->d_name, name)) {
       ++count;
     }
   }

@@ -1,18 +1,23 @@
+// The service commands of the appliance. While tracing, a developer's own build in the current directory is
+// taken.
+#include "base/debug.h"
 #include "nasshare/support.h"
-#include "support/debug.h"
 
 #include <cstdlib>
 #include <unistd.h>
 
+namespace nasshare {
 namespace {
 
-// A developer's own build in the current directory is taken while tracing.
 int run_service_command(const char *local, const char *local_command, const char *command) {
-  bool use_local = nasshare::tracing() && access(local, F_OK) == 0;
-  return std::system(use_local ? local_command : command);
+  const bool is_local = is_tracing() && access(local, F_OK) == 0;
+  return std::system(is_local ? local_command : command);
 }
 
 } // namespace
+} // namespace nasshare
+
+using namespace nasshare;
 
 int run_smbcv(void) {
   return run_service_command("./smbcv", "./smbcv -d", "smbcv");

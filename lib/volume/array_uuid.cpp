@@ -1,32 +1,11 @@
+// The UUID of an array, as "mdadm -D" reports it.
 #include "volume/array_uuid.h"
 
+#include "base/lines.h"
+#include "base/text.h"
 #include "nasshare/volume.h"
-#include "support/lines.h"
-#include "support/text.h"
 
-#include <algorithm>
-
-using namespace nasshare;
-
-namespace {
-
-// Takes the text off the front of the line, white-space before it included.
-bool take(std::string_view &line, std::string_view text) {
-  line.remove_prefix(std::min(line.find_first_not_of(" \t"), line.size()));
-  if (!line.starts_with(text)) {
-    return false;
-  }
-  line.remove_prefix(text.size());
-  return true;
-}
-
-} // namespace
-
-std::string_view nasshare::uuid_of_line(std::string_view line) {
-  bool reported = contains(line, "UUID :") && take(line, "UUID") && take(line, ":");
-  return reported ? take_word(line) : std::string_view();
-}
-
+namespace nasshare {
 namespace {
 
 // The device comes from /etc/mtab, where whoever may mount names it, and goes into a shell command.
@@ -37,14 +16,24 @@ bool is_plain_device(std::string_view device) {
 
 } // namespace
 
+std::string_view uuid_of_line(std::string_view line) {
+  const bool is_reported = contains(line, "UUID :") && take(line, "UUID") && take(line, ":");
+  return is_reported ? take_word(line) : std::string_view();
+}
+
+} // namespace nasshare
+
+using namespace nasshare;
+
 int get_raid_uuid(char *destination, const char *device) {
   if (destination == nullptr || device == nullptr || !is_plain_device(device)) {
     return -1;
   }
-  Text<path_width> command{"mdadm -D ", device};
-  CommandOutput mdadm(command.c_str());
-  for (CommandLines lines(mdadm.get()); lines.next();) {
-    if (auto uuid = uuid_of_line(lines.line()); !uuid.empty()) {
+  const Text<path_width> command{"mdadm -D ", device};
+  CommandLines mdadm(command.c_str());
+  for (const auto line : mdadm) {
+    const auto uuid = uuid_of_line(line);
+    if (!uuid.empty()) {
       assign({destination, sizeof smb_catalogue::vol_uuid[0]}, uuid);
     }
   }

@@ -1,4 +1,4 @@
-// The identity of an array, as "mdadm -D" reports it.
+// The UUID of an array, as "mdadm -D" reports it.
 #pragma once
 
 #include <string_view>

@@ -1,16 +1,16 @@
+// A disk's serial number by ATA IDENTIFY DEVICE, sent through SG_IO as ATA PASS-THROUGH (16) (SAT, ACS).
+#include "base/debug.h"
+#include "base/owners.h"
+#include "base/text.h"
+#include "base/watch.h"
 #include "nasshare/volume.h"
-#include "support/debug.h"
-#include "support/owners.h"
-#include "support/text.h"
-#include "support/trouble.h"
 
 #include <array>
 #include <fcntl.h>
 #include <scsi/sg.h>
 #include <sys/ioctl.h>
 
-using namespace nasshare;
-
+namespace nasshare {
 namespace {
 
 constexpr std::size_t serial_width = sizeof smb_catalogue::disk_serial[0];
@@ -52,20 +52,23 @@ Text<21> serial_number(const Block &identify) {
     characters[i] = static_cast<char>(identify[20 + i + 1]);
     characters[i + 1] = static_cast<char>(identify[20 + i]);
   }
-  std::string_view serial = characters.data();
-  auto first = serial.find_first_not_of(' ');
+  const std::string_view serial = characters.data();
+  const auto first = serial.find_first_not_of(' ');
   return {first == std::string_view::npos ? std::string_view() : serial.substr(first)};
 }
 
 } // namespace
+} // namespace nasshare
+
+using namespace nasshare;
 
 void get_serial_number(char *destination, const char *device_name) {
   if (destination == nullptr || device_name == nullptr) {
     return;
   }
-  std::span field(destination, serial_width);
-  Text<path_width> path{"/dev/", device_name};
-  Descriptor device(open(path.c_str(), O_RDWR | O_NONBLOCK | O_CLOEXEC));
+  const std::span field(destination, serial_width);
+  const Text<path_width> path{"/dev/", device_name};
+  const Descriptor device(open(path.c_str(), O_RDWR | O_NONBLOCK | O_CLOEXEC));
   if (!device) {
     note_file_error();
     trace_debug("Cannot open %s device!\n", path.c_str());

@@ -1,15 +1,18 @@
+// Which volumes, disks and USB disks there are: the volume table, filled from what the other files here find
+// out.
+#include "base/debug.h"
+#include "base/text.h"
+#include "model/volume_identity.h"
+#include "model/volume_kind.h"
+#include "model/volumes.h"
 #include "nasshare/volume.h"
-#include "support/debug.h"
-#include "support/text.h"
 #include "volume/mtab.h"
-#include "volume/volume_kind.h"
 
 #include <cstddef>
 #include <cstdlib>
 #include <cstring>
 
-using namespace nasshare;
-
+namespace nasshare {
 namespace {
 
 // The volume table is the first part of the catalogue; the global settings behind it stay.
@@ -24,16 +27,16 @@ void report_mounts(const smb_catalogue &table) {
     }
   }
   list_debug("\n");
-  for (int volume = 0; volume < 2; ++volume) {
-    list_debug("Volume_%d [%d]\n", volume + 1, table.vol_present[volume]);
+  for (const int volume : volumes) {
+    list_debug("Volume_%d [%d]\n", shown_number(volume), table.vol_present[volume]);
   }
   list_debug("\n");
-  for (int volume = 0; volume < 2; ++volume) {
-    list_debug("hidden_%d [%d]\n", volume + 1, table.vol_hidden[volume]);
+  for (const int volume : volumes) {
+    list_debug("hidden_%d [%d]\n", shown_number(volume), table.vol_hidden[volume]);
   }
   list_debug("\n");
-  for (int slot = 0; slot < 32; ++slot) {
-    if (table.usb_exist[slot] == 1) {
+  for (const int slot : usb_slots) {
+    if (is_mounted_usb(table, slot)) {
       list_debug("usb %d exist [%d]\n", slot, 1);
     }
   }
@@ -49,11 +52,10 @@ void end_without_volume(const smb_catalogue &table) {
 
 void identify_single_disk(smb_catalogue &table, int volume) {
   table.vol_raid_type[volume] = single_disk;
-  for (int disk = 0; disk < 2; ++disk) {
-    if (table.hd_present[disk] == 1 &&
-        contains(view(table.vol_mount_dev[volume]), view(table.hd_device[disk]))) {
-      table.vol_hd[volume] = disk;
-      assign(table.vol_comp_str[volume], view(table.disk_serial[disk]));
+  for (const int bay : bays) {
+    if (has_disk(table, bay) && contains(view(table.vol_mount_dev[volume]), view(table.hd_device[bay]))) {
+      table.vol_hd[volume] = bay;
+      assign(table.vol_comp_str[volume], view(table.disk_serial[bay]));
       return;
     }
   }
@@ -62,7 +64,7 @@ void identify_single_disk(smb_catalogue &table, int volume) {
 void identify_array(smb_catalogue &table, int volume) {
   get_raid_uuid(table.vol_uuid[volume], table.vol_mount_dev[volume]);
   assign(table.vol_comp_str[volume], Text<name_width>{uuid_label, view(table.vol_uuid[volume])}.view());
-  for (const char *md_name : {"md1", "md2", "md3", "md4"}) {
+  for (const char *const md_name : {"md1", "md2", "md3", "md4"}) {
     if (contains(view(table.vol_mount_dev[volume]), md_name)) {
       parse_raid_info(&table, volume, md_name);
       return;
@@ -72,30 +74,36 @@ void identify_array(smb_catalogue &table, int volume) {
 
 // The hidden partition's letter is that of the volume's disk: for sdb "/mnt/HD_b4".
 void find_hidden_path(smb_catalogue &table, int volume) {
-  auto device = view(table.hd_device[table.vol_hd[volume]]);
+  const auto device = view(table.hd_device[table.vol_hd[volume]]);
   if (device.size() > 2) {
     assign(table.vol_hidden_path[volume], Text<16>{"/mnt/HD_", device.substr(2, 1), "4"}.view());
   }
 }
 
-void report_volumes(const smb_catalogue &table) {
-  list_debug("\n");
-  for (int volume = 0; volume < 2; ++volume) {
-    if (table.vol_present[volume] != 1) {
-      continue;
-    }
-    int number = volume + 1;
-    int disk = table.vol_hd[volume];
-    list_debug("Volume_%d raid type [%d]\n", number, table.vol_raid_type[volume]);
-    list_debug("Volume_%d raid uuid [%s]\n", number, table.vol_uuid[volume]);
-    list_debug("Volume_%d comp str  [%s]\n", number, table.vol_comp_str[volume]);
-    list_debug("Volume_%d which hd  [%d][%s]\n", number, disk, table.hd_device[disk]);
-    list_debug("Volume_%d hidden in [%s]\n", number, table.vol_hidden_path[volume]);
-    list_debug("\n");
+void identify(smb_catalogue &table, int volume) {
+  if (is_array_device(view(table.vol_mount_dev[volume]))) {
+    identify_array(table, volume);
+  } else {
+    identify_single_disk(table, volume);
   }
+  find_hidden_path(table, volume);
+}
+
+void report_volume(const smb_catalogue &table, int volume) {
+  const int number = shown_number(volume);
+  const int bay = table.vol_hd[volume];
+  list_debug("Volume_%d raid type [%d]\n", number, table.vol_raid_type[volume]);
+  list_debug("Volume_%d raid uuid [%s]\n", number, table.vol_uuid[volume]);
+  list_debug("Volume_%d comp str  [%s]\n", number, table.vol_comp_str[volume]);
+  list_debug("Volume_%d which hd  [%d][%s]\n", number, bay, table.hd_device[bay]);
+  list_debug("Volume_%d hidden in [%s]\n", number, table.vol_hidden_path[volume]);
+  list_debug("\n");
 }
 
 } // namespace
+} // namespace nasshare
+
+using namespace nasshare;
 
 void get_hd_raid_info(smb_catalogue *table) {
   if (table == nullptr) {
@@ -110,15 +118,15 @@ void get_hd_raid_info(smb_catalogue *table) {
   list_debug("hd number     = %d\n\n", table->hd_count);
   end_without_volume(*table);
 
-  for (int volume = 0; volume < 2; ++volume) {
-    if (table->vol_present[volume] == 1) {
-      if (is_array_device(view(table->vol_mount_dev[volume]))) {
-        identify_array(*table, volume);
-      } else {
-        identify_single_disk(*table, volume);
-      }
-      find_hidden_path(*table, volume);
+  for (const int volume : volumes) {
+    if (is_present(*table, volume)) {
+      identify(*table, volume);
     }
   }
-  report_volumes(*table);
+  list_debug("\n");
+  for (const int volume : volumes) {
+    if (is_present(*table, volume)) {
+      report_volume(*table, volume);
+    }
+  }
 }

@@ -1,14 +1,43 @@
+// Which disk sits in which bay, as "sg_scan" reports it.
 #include "volume/disk_map.h"
 
-#include "nasshare/support.h"
+#include "base/debug.h"
+#include "base/lines.h"
+#include "base/text.h"
+#include "model/volumes.h"
 #include "nasshare/volume.h"
-#include "support/debug.h"
-#include "support/lines.h"
-#include "support/text.h"
 
-using namespace nasshare;
+namespace nasshare {
+namespace {
 
-std::string_view nasshare::device_of_line(std::string_view line) {
+constexpr std::string_view bay_host[] = {"scsi0", "scsi1"};
+
+void read_serial(char (&serial)[name_width], const char *device, int bay) {
+  get_serial_number(serial, device);
+  if (serial[0] == '\0') {
+    get_serial_number2(serial, bay);
+  }
+  place(serial, without_line_end(view(serial)));
+}
+
+void read_line(smb_catalogue &table, std::string_view line) {
+  const auto device = device_of_line(line);
+  for (const int bay : bays) {
+    if (contains(line, bay_host[bay])) {
+      assign(table.hd_device[bay], device);
+      table.hd_present[bay] = 1;
+      ++table.hd_count;
+      read_serial(table.disk_serial[bay], table.hd_device[bay], bay);
+    } else if (contains(line, "scsi")) { // the other bay's disk too: wanted
+      assign(table.other_dev_name, device);
+      table.other_dev_present = 1;
+    }
+  }
+}
+
+} // namespace
+
+std::string_view device_of_line(std::string_view line) {
   constexpr std::string_view folder = "/dev/";
   auto word = take_word(line);
   if (!word.starts_with(folder)) {
@@ -21,49 +50,24 @@ std::string_view nasshare::device_of_line(std::string_view line) {
   return word;
 }
 
-namespace {
+} // namespace nasshare
 
-constexpr std::string_view bay_host[2] = {"scsi0", "scsi1"};
-
-void read_serial(char (&serial)[512], const char *device, int bay) {
-  get_serial_number(serial, device);
-  if (serial[0] == '\0') {
-    get_serial_number2(serial, bay);
-  }
-  remove_0D_0A(serial);
-}
-
-void read_line(smb_catalogue &table, std::string_view line) {
-  auto device = device_of_line(line);
-  for (int bay = 0; bay < 2; ++bay) {
-    if (contains(line, bay_host[bay])) {
-      assign(table.hd_device[bay], device);
-      table.hd_present[bay] = 1;
-      ++table.hd_count;
-      read_serial(table.disk_serial[bay], table.hd_device[bay], bay);
-    } else if (contains(line, "scsi")) { // also the other bay's disk: kept as it is
-      assign(table.other_dev_name, device);
-      table.other_dev_present = 1;
-    }
-  }
-}
-
-} // namespace
+using namespace nasshare;
 
 int get_scsi_map(smb_catalogue *table) {
   if (table == nullptr) {
     return -1;
   }
-  CommandOutput scan("sg_scan /dev/sda /dev/sdb /dev/sdc /dev/sdd /dev/sde /dev/sdf /dev/sdg /dev/sdh"
-                     " /dev/sdi /dev/sdj /dev/sdk /dev/sdl /dev/sdm /dev/sdn /dev/sdo /dev/sdp");
-  for (CommandLines lines(scan.get()); lines.next();) {
-    read_line(*table, lines.line());
+  CommandLines scan("sg_scan /dev/sda /dev/sdb /dev/sdc /dev/sdd /dev/sde /dev/sdf /dev/sdg /dev/sdh"
+                    " /dev/sdi /dev/sdj /dev/sdk /dev/sdl /dev/sdm /dev/sdn /dev/sdo /dev/sdp");
+  for (const auto line : scan) {
+    read_line(*table, line);
   }
-  int status = scan.close();
+  const int status = scan.close();
   trace_debug("##hd device name from sda ~ sdp\n");
   trace_debug("\thd_device_name 0 = %s\n", table->hd_device[0]);
   trace_debug("\thd_device_name 1 = %s\n", table->hd_device[1]);
   trace_debug("HD scsi0 = [%s]\n", table->disk_serial[0]);
-  trace_debug("HD scsi1= [%s]\n", table->disk_serial[1]); // without the blank: scripts look for it
+  trace_debug("HD scsi1= [%s]\n", table->disk_serial[1]); // without the blank: wanted, scripts look for it
   return status;
 }

@@ -1,8 +1,10 @@
+// A disk's serial number from the driver of the appliance's network interface, which answers for the bays too
+// (SIOCDEVPRIVATE).
+#include "base/owners.h"
+#include "base/text.h"
+#include "base/watch.h"
+#include "model/network_interface.h"
 #include "nasshare/volume.h"
-#include "support/network_interface.h"
-#include "support/owners.h"
-#include "support/text.h"
-#include "support/trouble.h"
 
 #include <algorithm>
 #include <array>
@@ -13,8 +15,7 @@
 #include <sys/ioctl.h>
 #include <sys/socket.h>
 
-using namespace nasshare;
-
+namespace nasshare {
 namespace {
 
 // What the driver reads from the buffer, before it puts the answer there.
@@ -36,17 +37,20 @@ Text<32> in_reading_order(std::span<const char> answer) {
 }
 
 } // namespace
+} // namespace nasshare
+
+using namespace nasshare;
 
 void get_serial_number2(char *destination, int slot) {
   if (destination == nullptr) {
     return;
   }
-  Descriptor socket_fd(socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0));
+  const Descriptor socket_fd(socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0));
   if (!socket_fd) {
     note_setting_error();
     return;
   }
-  std::span answer(destination, 32);
+  const std::span answer(destination, 32);
   std::ranges::fill(answer, '\0');
   const SerialRequest request{.bay = slot};
   std::memcpy(destination, &request, sizeof request);
@@ -56,7 +60,7 @@ void get_serial_number2(char *destination, int slot) {
   interface_request.ifr_data = destination;
   ioctl(socket_fd.get(), SIOCDEVPRIVATE, &interface_request); // without the driver the answer reads as empty
 
-  auto serial = in_reading_order(answer);
+  const auto serial = in_reading_order(answer);
   std::ranges::fill(answer, '\0');
   assign(answer, serial.view());
 }

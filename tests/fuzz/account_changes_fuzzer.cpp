@@ -2,28 +2,26 @@
 // permission makes of a share.
 #include "lists.h"
 
-#include "acl/list_text.h"
+#include "acl/access_list.h"
 
-using namespace fuzzing;
-
+namespace nasshare::fuzzing {
 namespace {
 
 void insert_share(Parts &parts) {
   auto share = std::make_unique<smb_share>();
-  nasshare::assign(share->name, "Share");
-  nasshare::assign(share->read_list, repeated(parts.next()));
-  nasshare::assign(share->write_list, repeated(parts.next()));
-  nasshare::assign(share->invalid_users, repeated(parts.next()));
+  assign(share->name, "Share");
+  assign(share->read_list, repeated(parts.next()));
+  assign(share->write_list, repeated(parts.next()));
+  assign(share->invalid_users, repeated(parts.next()));
   Insert_Smb_Node(share.get());
 }
 
 std::uint32_t permission(std::string_view words) {
-  using nasshare::contains;
   return contains(words, "read") ? 1U : contains(words, "write") ? 2U : contains(words, "deny") ? 3U : 0U;
 }
 
 bool names(std::string_view list, std::string_view account) {
-  for (auto token : nasshare::Tokens(list)) {
+  for (auto token : Tokens(list)) {
     if (token == account) {
       return true;
     }
@@ -32,8 +30,7 @@ bool names(std::string_view list, std::string_view account) {
 }
 
 bool is_open(const smb_share &share) {
-  return share.read_list == nasshare::everyone || share.write_list == nasshare::everyone ||
-         share.invalid_users == nasshare::everyone;
+  return share.read_list == everyone || share.write_list == everyone || share.invalid_users == everyone;
 }
 
 } // namespace
@@ -42,7 +39,7 @@ void fuzz(std::string_view input) {
   Parts parts(input);
   auto account = parts.next_string();
   auto words = parts.next();
-  pss->ads_enable = nasshare::contains(words, "ads") ? 1 : 0;
+  pss->ads_enable = contains(words, "ads") ? 1 : 0;
   insert_share(parts);
   bool formed = well_formed(pss->head->read_list) && well_formed(pss->head->write_list) &&
                 well_formed(pss->head->invalid_users);
@@ -60,7 +57,7 @@ void fuzz(std::string_view input) {
                         well_formed(share.invalid_users)),
             "well-formed lists stay well-formed");
     bool plain = !account.empty() && account.size() < 512 && account != "nobody" &&
-                 account.find_first_of("#,") == std::string::npos && nasshare::xml_can_hold(account);
+                 account.find_first_of("#,") == std::string::npos && can_xml_hold(account);
     if (plain && !open) {
       require(type == 1 || !names(share.read_list, account), "only a reader is among the readers");
       require(type == 2 || !names(share.write_list, account), "only a writer is among the writers");
@@ -70,3 +67,5 @@ void fuzz(std::string_view input) {
   modify_config_permision(account.c_str());
   require(!formed || open || std::ranges::equal(listed_shares(), once, same), "a change twice equals once");
 }
+
+} // namespace nasshare::fuzzing

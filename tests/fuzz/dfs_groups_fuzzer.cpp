@@ -5,8 +5,7 @@
 #include "nasshare/acl.h"
 #include "nasshare/dfs.h"
 
-using namespace fuzzing;
-
+namespace nasshare::fuzzing {
 namespace {
 
 constexpr const char *group_file = "/etc/NAS_CFG/smbdfs_group.xml";
@@ -15,9 +14,9 @@ std::vector<std::string> loaded_groups() {
   get_dfs_group_info();
   require_whole(*pnl);
   std::vector<std::string> groups;
-  for (const auto &group : nasshare::each(*pnl)) {
+  for (const auto &group : each(*pnl)) {
     require(terminated(group.name), "every name ends within its field");
-    require(nasshare::xml_can_hold(nasshare::view(group.name)), "no cut breaks a character");
+    require(can_xml_hold(view(group.name)), "no cut breaks a character");
     groups.emplace_back(group.name);
   }
   return groups;
@@ -39,3 +38,5 @@ void fuzz(std::string_view input) {
   write_DFS_group_xml();
   require(loaded_groups().size() == groups.size(), "groups that are taken as markup can be read");
 }
+
+} // namespace nasshare::fuzzing

@@ -6,14 +6,12 @@
 
 #include <algorithm>
 
-using namespace fuzzing;
-
+namespace nasshare::fuzzing {
 namespace {
 
 constexpr const char *link_file = "/etc/NAS_CFG/smbdfs.xml";
 
 std::array<std::string_view, 4> values(const smb_dfs_node &link) {
-  using nasshare::view;
   return {view(link.host), view(link.share), view(link.local), view(link.group)};
 }
 
@@ -21,11 +19,11 @@ std::vector<smb_dfs_node> loaded_links() {
   get_dfs_info();
   require_whole(*pdfs);
   std::vector<smb_dfs_node> links;
-  for (const auto &link : nasshare::each(*pdfs)) {
+  for (const auto &link : each(*pdfs)) {
     require(terminated(link.host) && terminated(link.share) && terminated(link.local) &&
                 terminated(link.group),
             "every value ends within its field");
-    require(std::ranges::all_of(values(link), nasshare::xml_can_hold), "no cut breaks a character");
+    require(std::ranges::all_of(values(link), can_xml_hold), "no cut breaks a character");
     require(dfs_check_node(&link) != nullptr, "a link is found by its group and name");
     links.push_back(link);
   }
@@ -47,3 +45,5 @@ void fuzz(std::string_view input) {
   write_DFS_xml();
   require(loaded_links().size() == links.size(), "links that are taken as markup can be read");
 }
+
+} // namespace nasshare::fuzzing

@@ -6,8 +6,7 @@
 
 #include <cstring>
 
-using namespace fuzzing;
-
+namespace nasshare::fuzzing {
 void fuzz(std::string_view input) {
   Parts parts(input);
   auto joining = parts.next();
@@ -20,7 +19,7 @@ void fuzz(std::string_view input) {
           "a join ends with a known code");
   bool complains = false;
   for (auto phrase : {"Time difference", "Logon failure", "Improperly formed", "Failed"}) {
-    complains = complains || nasshare::contains(joining, phrase);
+    complains = complains || contains(joining, phrase);
   }
   require(complains || joined == 50, "a join without a complaint succeeded");
 
@@ -28,3 +27,5 @@ void fuzz(std::string_view input) {
   require(obtained >= 100 && obtained <= 105, "a ticket request ends with a known code");
   require(!ticket.empty() || obtained == 100, "a ticket request without a word succeeded");
 }
+
+} // namespace nasshare::fuzzing

@@ -11,6 +11,7 @@
 #include <libxml/xmlerror.h>
 #include <unistd.h>
 
+namespace nasshare::fuzzing {
 namespace {
 
 void refuse_message(void * /*context*/, const char *format, ...) {
@@ -40,6 +41,10 @@ int lowest_free_descriptor() {
 }
 
 } // namespace
+} // namespace nasshare::fuzzing
+
+using namespace nasshare;
+using namespace nasshare::fuzzing;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
   begin_empty();

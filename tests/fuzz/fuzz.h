@@ -3,16 +3,17 @@
 // with empty lists and an empty catalogue.
 #pragma once
 
-#include "support/text.h"
+#include "base/decimal.h"
+#include "base/text.h"
 
 #include <cstdio>
 #include <cstdlib>
 #include <string>
 #include <string_view>
 
-void fuzz(std::string_view input);
+namespace nasshare::fuzzing {
 
-namespace fuzzing {
+void fuzz(std::string_view input);
 
 inline void require(bool holds, const char *rule) {
   if (!holds) {
@@ -44,20 +45,19 @@ private:
 // as much as a list field holds.
 inline std::string repeated(std::string_view part) {
   auto star = part.find('*');
-  auto times =
-      star == std::string_view::npos ? 0 : std::clamp(nasshare::decimal(part.substr(0, star)), 0, 64);
+  auto times = star == std::string_view::npos ? 0 : std::clamp(decimal(part.substr(0, star)), 0, 64);
   auto piece = times > 0 ? part.substr(star + 1) : part;
   std::string text(piece);
-  while (--times > 0 && text.size() < nasshare::list_width) {
+  while (--times > 0 && text.size() < list_width) {
     text += ',';
     text += piece;
   }
-  text.resize(std::min(text.size(), nasshare::list_width - 1));
+  text.resize(std::min(text.size(), list_width - 1));
   return text.c_str();
 }
 
 template <std::size_t Width> bool terminated(const char (&field)[Width]) {
-  return nasshare::view(field).size() < Width;
+  return view(field).size() < Width;
 }
 
 // A switch or a count of a record.
@@ -65,4 +65,4 @@ inline bool is_flag(int value) {
   return value == 0 || value == 1;
 }
 
-} // namespace fuzzing
+} // namespace nasshare::fuzzing

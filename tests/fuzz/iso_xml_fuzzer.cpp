@@ -4,8 +4,7 @@
 
 #include "nasshare/special.h"
 
-using namespace fuzzing;
-
+namespace nasshare::fuzzing {
 void fuzz(std::string_view input) {
   Parts parts(input);
   int volume = describe_volume(parts.next());
@@ -18,3 +17,5 @@ void fuzz(std::string_view input) {
   isoMount_readXml(volume);
   require(pss->count == count, "a file that is read again adds nothing");
 }
+
+} // namespace nasshare::fuzzing

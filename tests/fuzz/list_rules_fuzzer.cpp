@@ -3,17 +3,16 @@
 
 #include "acl/known_entries.h"
 
-using namespace fuzzing;
-
+namespace nasshare::fuzzing {
 namespace {
 
 // A record in which everything but the lists is known, so that a changed neighbour shows.
 std::unique_ptr<smb_share> record(Parts &parts) {
   auto share = std::make_unique<smb_share>();
   std::memset(static_cast<void *>(share.get()), 'n', sizeof *share);
-  nasshare::assign(share->read_list, repeated(parts.next()));
-  nasshare::assign(share->write_list, repeated(parts.next()));
-  nasshare::assign(share->invalid_users, repeated(parts.next()));
+  assign(share->read_list, repeated(parts.next()));
+  assign(share->write_list, repeated(parts.next()));
+  assign(share->invalid_users, repeated(parts.next()));
   share->valid_users[0] = '\0';
   return share;
 }
@@ -39,7 +38,7 @@ void require_lists(const smb_share &share, bool formed) {
 }
 
 bool knows(std::string_view name) {
-  return nasshare::contains(name, "a");
+  return contains(name, "a");
 }
 
 // What the one token of a text of delimiters only becomes.
@@ -78,7 +77,7 @@ void fuzz(std::string_view input) {
   }
   auto copy = std::make_unique<smb_share>(*share);
   for (auto *list : {copy->read_list, copy->write_list, copy->invalid_users}) {
-    require_settled(list, [](char *entries) { nasshare::keep_known_entries(entries, knows, knows); });
+    require_settled(list, [](char *entries) { keep_known_entries(entries, knows, knows); });
     require_settled(list, run_check_samba_list);
     require_settled(list, list_item_compare);
   }
@@ -87,3 +86,5 @@ void fuzz(std::string_view input) {
   rebuld_input_data(share.get());
   require_lists(*share, formed);
 }
+
+} // namespace nasshare::fuzzing

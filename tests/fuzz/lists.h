@@ -3,17 +3,17 @@
 
 #include "fuzz.h"
 
+#include "base/linked_list.h"
+#include "base/xml_characters.h"
 #include "nasshare/acl.h"
 #include "nasshare/catalogue.h"
-#include "support/linked_list.h"
-#include "support/xml.h"
 
 #include <array>
 #include <cstring>
 #include <memory>
 #include <vector>
 
-namespace fuzzing {
+namespace nasshare::fuzzing {
 
 // Entries "#name#" with commas between; the empty list has none. A name has one character at least.
 inline bool well_formed(std::string_view list) {
@@ -34,7 +34,7 @@ inline bool well_formed(std::string_view list) {
 
 template <class List> void require_whole(const List &list) {
   decltype(list.count) count = 0;
-  for (const auto &node : nasshare::each(list)) {
+  for (const auto &node : each(list)) {
     ++count;
     require(node.next != nullptr || &node == list.tail, "the tail is the last node");
     require(count <= list.count, "a list has no more nodes than it counts");
@@ -43,7 +43,6 @@ template <class List> void require_whole(const List &list) {
 }
 
 inline std::array<std::string_view, 9> texts(const smb_share &share) {
-  using nasshare::view;
   return {view(share.hd_serial), view(share.name),       view(share.comment),
           view(share.path),      view(share.oplocks),    view(share.map_archive),
           view(share.read_list), view(share.write_list), view(share.invalid_users)};
@@ -67,16 +66,16 @@ inline void require_rules_applied(const smb_share &share) {
 // A catalogue that was read from XML.
 inline void require_catalogue() {
   require_whole(*pss);
-  for (const auto &share : nasshare::each(*pss)) {
+  for (const auto &share : each(*pss)) {
     require_terminated(share);
     require(share.name[0] != '\0' && check_smb_share_name(share.name) == &share, "a name is listed once");
-    require(nasshare::view(share.browseable) == "yes" && nasshare::view(share.public_) == "yes",
+    require(view(share.browseable) == "yes" && view(share.public_) == "yes",
             "every listed share is browseable and public");
     require_rules_applied(share);
     for (auto text : texts(share)) {
       // A path that is moved to its volume is overwritten byte by byte.
       bool moved = text.data() == share.path;
-      require(moved || nasshare::xml_can_hold(text), "no cut breaks a character");
+      require(moved || can_xml_hold(text), "no cut breaks a character");
     }
   }
 }
@@ -84,7 +83,7 @@ inline void require_catalogue() {
 // The listed shares as they are now.
 inline std::vector<smb_share> listed_shares() {
   std::vector<smb_share> shares;
-  for (const auto &share : nasshare::each(*pss)) {
+  for (const auto &share : each(*pss)) {
     shares.push_back(share);
   }
   return shares;
@@ -95,4 +94,4 @@ inline bool same(const smb_share &a, const smb_share &b) {
          a.recycle_tree == b.recycle_tree;
 }
 
-} // namespace fuzzing
+} // namespace nasshare::fuzzing

@@ -18,7 +18,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+namespace nasshare::machine {
 using fuzzing::require;
+} // namespace nasshare::machine
 
 extern "C" {
 int __real_open(const char *path, int flags, ...);
@@ -36,7 +38,7 @@ int __real_mkdir(const char *path, mode_t mode);
 int __real_link(const char *from, const char *to);
 }
 
-namespace machine {
+namespace nasshare::machine {
 namespace {
 
 // A file is a descriptor of memory; so is what a command prints.
@@ -227,9 +229,10 @@ void device(std::string_view answer) {
   device_answer = answer;
 }
 
-} // namespace machine
+} // namespace nasshare::machine
 
-using namespace machine;
+using namespace nasshare;
+using namespace nasshare::machine;
 
 extern "C" {
 
@@ -254,7 +257,7 @@ FILE *__wrap_popen(const char *command, const char *mode) {
   if (words.starts_with("echo ")) { // the password, handed to the command behind the pipe
     words.remove_prefix(words.rfind("| ") + 2);
   }
-  return stream_of(outputs, nasshare::take_word(words));
+  return stream_of(outputs, take_word(words));
 }
 
 int __wrap_pclose(FILE *stream) {

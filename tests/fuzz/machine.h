@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-namespace machine {
+namespace nasshare::machine {
 
 // From here to stop() nothing of the real machine is read, run or changed. It starts without files and with
 // the accounts root, nobody, alice, bob and "d e" and the groups allaccount (alice, bob), staff (alice) and
@@ -28,4 +28,4 @@ void command(const std::string &name, std::string_view output);
 // The bytes with which disks and the interface's driver answer.
 void device(std::string_view answer);
 
-} // namespace machine
+} // namespace nasshare::machine

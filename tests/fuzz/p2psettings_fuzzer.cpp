@@ -4,8 +4,7 @@
 
 #include "nasshare/special.h"
 
-using namespace fuzzing;
-
+namespace nasshare::fuzzing {
 void fuzz(std::string_view input) {
   Parts parts(input);
   machine::file("/etc/NAS_CFG/config.xml",
@@ -15,9 +14,11 @@ void fuzz(std::string_view input) {
   create_p2p_share();
   require_catalogue();
   require(pss->count <= 1, "there is one share at most");
-  for (const auto &share : nasshare::each(*pss)) {
-    auto path = nasshare::view(share.path);
+  for (const auto &share : each(*pss)) {
+    auto path = view(share.path);
     require(path == "/mnt/HD/HD_a2/P2P" || path == "/mnt/HD/HD_b2/P2P", "the share is one of two folders");
-    require(nasshare::view(share.name) == "P2P", "the share has its own name");
+    require(view(share.name) == "P2P", "the share has its own name");
   }
 }
+
+} // namespace nasshare::fuzzing

@@ -4,8 +4,7 @@
 
 #include "nasshare/platform.h"
 
-using namespace fuzzing;
-
+namespace nasshare::fuzzing {
 void fuzz(std::string_view input) {
   machine::file("/etc/NAS_CFG/packages.xml", input);
   MODX_ReadAllXml();
@@ -19,3 +18,5 @@ void fuzz(std::string_view input) {
   MODX_FreeAllXml();
   require(p_lib_list->count == 0 && p_lib_list->first == nullptr, "the list is empty");
 }
+
+} // namespace nasshare::fuzzing

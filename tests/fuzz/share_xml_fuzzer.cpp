@@ -6,19 +6,18 @@
 
 #include <algorithm>
 
-using namespace fuzzing;
-
+namespace nasshare::fuzzing {
 namespace {
 
 // Values in which "&" stands are markup to the writer, and come back as what they stand for; what XML cannot
 // hold comes back as U+FFFD.
 bool is_plain(const smb_share &share) {
-  return std::ranges::all_of(
-      texts(share), [](auto text) { return !nasshare::contains(text, "&") && nasshare::xml_can_hold(text); });
+  return std::ranges::all_of(texts(share),
+                             [](auto text) { return !contains(text, "&") && can_xml_hold(text); });
 }
 
 bool is_stored(const smb_share &share) {
-  return !nasshare::contains(nasshare::view(share.name), "USBDisk1");
+  return !contains(view(share.name), "USBDisk1");
 }
 
 } // namespace
@@ -26,14 +25,13 @@ bool is_stored(const smb_share &share) {
 void fuzz(std::string_view input) {
   Parts parts(input);
   int volume = describe_volume(parts.next());
-  const std::string path = "/mnt/HD_a4/.systemfile/" + std::string(nasshare::share_xml_name());
+  const std::string path = "/mnt/HD_a4/.systemfile/" + std::string(share_xml_name());
   machine::file(path, parts.next());
 
   read_HD_xml(volume);
   require_catalogue();
-  for (const auto &share : nasshare::each(*pss)) {
-    require(nasshare::contains(nasshare::view(share.path), SMB_VOL_NAME[volume]),
-            "a share lies on its volume");
+  for (const auto &share : each(*pss)) {
+    require(contains(view(share.path), SMB_VOL_NAME[volume]), "a share lies on its volume");
   }
   auto loaded = listed_shares();
   read_HD_xml(volume);
@@ -53,3 +51,5 @@ void fuzz(std::string_view input) {
     require(std::ranges::equal(listed_shares(), loaded, same), "a stored catalogue comes back as it was");
   }
 }
+
+} // namespace nasshare::fuzzing

@@ -4,8 +4,7 @@
 
 #include "nasshare/special.h"
 
-using namespace fuzzing;
-
+namespace nasshare::fuzzing {
 void fuzz(std::string_view input) {
   Parts parts(input);
   auto host = parts.next_string();
@@ -16,11 +15,12 @@ void fuzz(std::string_view input) {
   int done = get_host_share_name(host.c_str());
   require_whole(*pnl);
   require(done == 1 || Is_Name_Empty() == 1, "without an answer there are no names");
-  for (const auto &share : nasshare::each(*pnl)) {
-    auto name = nasshare::view(share.name);
-    require(terminated(share.name) && nasshare::contains(listing, name), "a name is one of the listing");
-    require(!nasshare::contains(name, "$") && !nasshare::contains(name, "print") &&
-                !nasshare::contains(name, "|"),
+  for (const auto &share : each(*pnl)) {
+    auto name = view(share.name);
+    require(terminated(share.name) && contains(listing, name), "a name is one of the listing");
+    require(!contains(name, "$") && !contains(name, "print") && !contains(name, "|"),
             "hidden shares and printers are left out");
   }
 }
+
+} // namespace nasshare::fuzzing

@@ -1,8 +1,9 @@
 // A room, then a text: where texts and lists are cut.
 #include "lists.h"
 
-using namespace fuzzing;
+#include "acl/access_list.h"
 
+namespace nasshare::fuzzing {
 namespace {
 
 bool is_entity_letter(char c) {
@@ -44,17 +45,17 @@ bool has_long_entity(std::string_view text) {
 }
 
 void require_text(std::string_view text, std::size_t room) {
-  auto kept = nasshare::cut_text(text, room);
+  auto kept = cut_text(text, room);
   require(kept.data() == text.data() && kept.size() <= room && kept.size() <= text.size(),
           "a cut text is a beginning that fits");
   require(kept.size() + 16 > room || kept.size() == text.size(), "a cut takes no more than it must");
-  if (nasshare::xml_can_hold(text) && !has_long_entity(text)) {
+  if (can_xml_hold(text) && !has_long_entity(text)) {
     require(kept.size() == longest_cut(text, room), "a text is cut behind its last whole character");
   }
 }
 
 void require_list(std::string_view list, std::size_t room) {
-  auto kept = nasshare::cut_list(list, room);
+  auto kept = cut_list(list, room);
   require(kept.data() == list.data() && kept.size() <= room, "a cut list is a beginning that fits");
   auto first = list.find(',');
   if (well_formed(list) && first != std::string_view::npos && first <= room) {
@@ -65,28 +66,27 @@ void require_list(std::string_view list, std::size_t room) {
 
 void require_field(std::string_view text, std::size_t width) {
   std::vector<char> field(width, 'x');
-  nasshare::assign(field, text);
-  require(field[std::min(nasshare::cut_text(text, width - 1).size(), width - 1)] == '\0',
-          "a field is terminated");
-  nasshare::assign_list(field, text);
-  require(nasshare::view(field).size() < width, "a list field is terminated");
+  assign(field, text);
+  require(field[std::min(cut_text(text, width - 1).size(), width - 1)] == '\0', "a field is terminated");
+  assign_list(field, text);
+  require(view(field).size() < width, "a list field is terminated");
 
-  nasshare::Text<24> built{text, text};
+  Text<24> built{text, text};
   require(built.view().size() < 24 && built.c_str()[built.view().size()] == '\0',
           "a built text is terminated");
-  require(!built.whole() || built.view().size() == 2 * text.size(), "a whole text has all of its pieces");
+  require(!built.is_whole() || built.view().size() == 2 * text.size(), "a whole text has all of its pieces");
 }
 
 void require_words(std::string_view line) {
   for (auto rest = line; !rest.empty();) {
-    auto word = nasshare::take_word(rest);
+    auto word = take_word(rest);
     require(word.find_first_of(" \t\n\v\f\r") == std::string_view::npos, "a word has no blank");
     require(!word.empty() || rest.empty(), "the last word ends the line");
   }
-  auto value = nasshare::decimal(line);
+  auto value = decimal(line);
   std::int32_t taken = 0;
   auto rest = line;
-  if (nasshare::take_decimal(rest, taken)) {
+  if (take_decimal(rest, taken)) {
     require(taken == value && rest.size() < line.size(), "a number is read alike both ways");
   } else {
     require(rest == line, "a line without a number stays");
@@ -97,10 +97,12 @@ void require_words(std::string_view line) {
 
 void fuzz(std::string_view input) {
   Parts parts(input);
-  auto room = static_cast<std::size_t>(std::max(0, nasshare::decimal(parts.next())) % 256);
+  auto room = static_cast<std::size_t>(std::max(0, decimal(parts.next())) % 256);
   auto text = parts.next();
   require_text(text, room);
   require_list(text, room);
   require_field(text, room + 1);
   require_words(text);
 }
+
+} // namespace nasshare::fuzzing

@@ -1,15 +1,14 @@
 // Delimiters, then a text: the exported tokenizer, and the walker of access lists beside it.
 #include "fuzz.h"
 
-#include "acl/list_text.h"
+#include "acl/access_list.h"
 #include "nasshare/acl.h"
 
 #include <cstring>
 #include <memory>
 #include <vector>
 
-using namespace fuzzing;
-
+namespace nasshare::fuzzing {
 namespace {
 
 std::vector<std::string> tokens_of(const std::string &text, const char *delimiters) {
@@ -37,13 +36,15 @@ void fuzz(std::string_view input) {
     require(token.find_first_of(delimiters) == std::string::npos, "a token holds no delimiter");
     kept += token.size();
   }
-  auto is_delimiter = [&](char c) { return nasshare::contains(delimiters, std::string_view(&c, 1)); };
+  auto is_delimiter = [&](char c) { return contains(delimiters, std::string_view(&c, 1)); };
   require(kept == text.size() - static_cast<std::size_t>(std::ranges::count_if(text, is_delimiter)),
           "tokens hold everything but the delimiters");
 
   std::vector<std::string> walked;
-  for (auto token : nasshare::Tokens(text)) {
+  for (auto token : Tokens(text)) {
     walked.emplace_back(token);
   }
   require(walked == tokens_of(text, "#,"), "the walker yields what the tokenizer yields");
 }
+
+} // namespace nasshare::fuzzing

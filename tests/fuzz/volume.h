@@ -8,12 +8,10 @@
 
 #include <utility>
 
-namespace fuzzing {
+namespace nasshare::fuzzing {
 
 // Describes the volume in words such as "mirror second ads" and returns its number.
 inline int describe_volume(std::string_view words) {
-  using nasshare::assign;
-  using nasshare::contains;
   int volume = contains(words, "second") ? 1 : 0;
   constexpr std::pair<std::string_view, int> kinds[] = {
       {"linear", 2}, {"stripe", 3}, {"mirror", 4}, {"parity", 5}, {"unknown", 0}};
@@ -33,4 +31,4 @@ inline int describe_volume(std::string_view words) {
   return volume;
 }
 
-} // namespace fuzzing
+} // namespace nasshare::fuzzing

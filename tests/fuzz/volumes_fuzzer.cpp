@@ -10,8 +10,7 @@
 #include <cstring>
 #include <memory>
 
-using namespace fuzzing;
-
+namespace nasshare::fuzzing {
 namespace {
 
 constexpr auto settings = offsetof(smb_catalogue, workgroup);
@@ -65,7 +64,7 @@ void require_table(const smb_catalogue &table) {
 // Without a volume or a disk the discovery ends the process.
 bool has_volume_and_disk() {
   auto table = new_table();
-  nasshare::read_mtab(*table);
+  read_mtab(*table);
   get_scsi_map(table.get());
   for (int volume = 0; volume < 2; ++volume) {
     parse_raid_info(table.get(), volume, "md1");
@@ -101,3 +100,5 @@ void fuzz(std::string_view input) {
   get_hd_raid_info(again.get());
   require(std::memcmp(table.get(), again.get(), settings) == 0, "the discovery twice equals once");
 }
+
+} // namespace nasshare::fuzzing

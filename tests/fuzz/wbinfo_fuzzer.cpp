@@ -2,17 +2,16 @@
 #include "lists.h"
 #include "machine.h"
 
-#include "acl/list_text.h"
+#include "acl/access_list.h"
 #include "nasshare/ads.h"
-#include "smbconf/domain_user.h"
+#include "smbconf/domain_users.h"
 
-using namespace fuzzing;
-
+namespace nasshare::fuzzing {
 namespace {
 
 void require_parsed(std::string_view line) {
-  if (auto user = nasshare::parse_domain_user(line)) {
-    require(!user->name.empty() && nasshare::contains(line, user->name), "a name stands in its line");
+  if (auto user = domain_user_of_line(line)) {
+    require(!user->name.empty() && contains(line, user->name), "a name stands in its line");
     require(user->name.find_first_of(" \t\n") == std::string_view::npos, "a name has no blank");
   }
 }
@@ -21,24 +20,24 @@ void require_parsed(std::string_view line) {
 
 void fuzz(std::string_view input) {
   Parts parts(input);
-  nasshare::assign(pss->netbios_name, parts.next_string());
+  assign(pss->netbios_name, parts.next_string());
   auto account = parts.next_string();
   auto list = repeated(parts.next());
   auto output = std::string(parts.next());
   machine::command("wbinfo", output);
 
   if (ads_check_user(account.c_str()) == 1 || ads_check_group(account.c_str()) == 1) {
-    require(nasshare::contains(output, account), "a known account is listed");
+    require(contains(output, account), "a known account is listed");
   }
-  std::vector<char> field(nasshare::list_width);
-  nasshare::assign(field, list);
+  std::vector<char> field(list_width);
+  assign(field, list);
   auto before = std::string(field.data());
   ads_run_check_samba_list(field.data());
-  auto after = nasshare::view(field);
+  auto after = view(field);
   require(after == before || after == "##," || well_formed(after), "a checked list is well-formed");
   auto once = std::string(after);
   ads_run_check_samba_list(field.data());
-  require(nasshare::view(field) == once, "checking twice equals once");
+  require(view(field) == once, "checking twice equals once");
 
   while (!output.empty()) {
     auto line = output.substr(0, output.find('\n'));
@@ -46,3 +45,5 @@ void fuzz(std::string_view input) {
     output.erase(0, line.size() + 1);
   }
 }
+
+} // namespace nasshare::fuzzing

@@ -1,0 +1,32 @@
+// The lists of a record that is handed in: where everyone may write, or is denied, and others are named
+// beside, everyone becomes everyone else.
+#include "acl/access_list.h"
+#include "acl/list_accounts.h"
+#include "base/debug.h"
+#include "model/load_verdict.h"
+#include "nasshare/acl.h"
+
+using namespace nasshare;
+
+void rebuld_input_data(smb_share *record) {
+  if (record == nullptr) {
+    return;
+  }
+  const ListWatch watch(record);
+  const auto readers = view(record->read_list);
+  const bool all_write = view(record->write_list) == everyone;
+  const bool all_denied = view(record->invalid_users) == everyone;
+  if (all_write && all_denied) {
+    return;
+  }
+  const auto &other_list = all_denied ? record->write_list : record->invalid_users;
+  if ((!all_write && !all_denied) || (readers.empty() && view(other_list).empty())) {
+    list_debug("rebuld_input_data return!!\n");
+    return;
+  }
+  list_debug("run rebuld_input_data! [%d][%d]\n", all_write ? 1 : 0, all_denied ? 1 : 0);
+  record_accounts_or_note(readers);
+  record_accounts_or_note(view(other_list));
+  rebuild_user_list_except_input(all_denied ? record->invalid_users : record->write_list);
+  Free_Name_List();
+}

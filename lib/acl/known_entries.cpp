@@ -1,0 +1,34 @@
+// Which entries of an access list stay: those whose account somebody knows.
+#include "acl/known_entries.h"
+
+#include "acl/access_list.h"
+#include "acl/accounts.h"
+#include "model/load_verdict.h"
+#include "nasshare/acl.h"
+
+namespace nasshare {
+
+void keep_known_entries(char *list, KnowsAccount knows_user, KnowsAccount knows_group) {
+  if (!is_given(list) || list == everyone || list == guest_entry) {
+    return;
+  }
+  ListBuilder known;
+  for (const auto token : Tokens(list)) {
+    if (is_group(token) ? knows_group(token.substr(1)) : knows_user(token)) {
+      known.add(token);
+    }
+  }
+  // A list of one empty name keeps the comma that ends every entry, which a longer list loses at its end:
+  // wanted.
+  const bool is_one_empty_name = known.view() == "##";
+  assign(list_field(list), Text<list_width>{known.view(), is_one_empty_name ? "," : ""}.view());
+}
+
+} // namespace nasshare
+
+using namespace nasshare;
+
+void run_check_samba_list(char *list) {
+  const ListWatch watch(list);
+  keep_known_entries(list, user_exists_or_note, group_exists_or_note);
+}

@@ -1,0 +1,29 @@
+// One program at a time loads, changes and stores. The lock is advisory (flock) and goes with its holder,
+// however that ends; where /run is not there or not writable, programs go on without it.
+//
+// A program that takes several takes them in this order: DFS groups, DFS links, or the catalogue; a file that
+// is written in place; the configuration database.
+#pragma once
+
+#include "base/owners.h"
+
+namespace nasshare {
+
+class ProgramLock {
+public:
+  // Waits for the holder.
+  explicit ProgramLock(const char *path);
+
+  ProgramLock(const ProgramLock &) = delete;
+  ProgramLock &operator=(const ProgramLock &) = delete;
+  ~ProgramLock() { release(); }
+
+  // Before a service command runs: it may use this library itself. A process that was forked meanwhile, by
+  // the firmware's library or another thread, has the file open too and must not keep the lock.
+  void release();
+
+private:
+  Descriptor file_;
+};
+
+} // namespace nasshare

@@ -1,0 +1,18 @@
+// Storing XML files.
+#pragma once
+
+#include "base/xml_library.h"
+
+namespace nasshare {
+
+// The document's text, indented, in UTF-8; null when memory is too short for the whole of it.
+[[nodiscard]] XmlText compose_whole(xmlDoc *document);
+
+// Gives a file with records that is not well-formed a second name, NAME.bad, before its successor takes the
+// first.
+void keep_broken_xml_aside(const char *path);
+
+// Replaces the file with the document, indented, in UTF-8. False, and the old file untouched, on failure.
+[[nodiscard]] bool store_xml(xmlDoc *document, const char *path);
+
+} // namespace nasshare

@@ -1,0 +1,60 @@
+// The check of every share's lists on loading: accounts that nobody knows go, and shares that nobody can
+// enter then.
+#include "acl/access_list.h"
+#include "acl/accounts.h"
+#include "acl/known_entries.h"
+#include "acl/list_accounts.h"
+#include "base/linked_list.h"
+#include "model/domain_mode.h"
+#include "model/load_verdict.h"
+#include "nasshare/acl.h"
+
+namespace nasshare {
+namespace {
+
+void keep_known(char *list) {
+  keep_known_entries(list, user_exists_or_note, group_exists_or_note);
+}
+
+// Whoever the everyone list covers need not stand in the others.
+void leave_to_everyone(std::string_view everyone_list, std::initializer_list<char *> others) {
+  record_accounts_or_note(everyone_list);
+  std::ranges::for_each(others, list_item_compare);
+  Free_Name_List();
+}
+
+void check_share(smb_share &share) {
+  keep_known(share.read_list);
+  keep_known(share.write_list);
+  keep_known(share.invalid_users);
+  if (view(share.write_list) == everyone) {
+    leave_to_everyone(share.write_list, {share.read_list});
+  }
+  if (view(share.invalid_users) == everyone) {
+    leave_to_everyone(share.invalid_users, {share.read_list, share.write_list});
+  }
+}
+
+bool is_empty_share(const smb_share &share) {
+  const auto denied = view(share.invalid_users);
+  return share.read_list[0] == '\0' && share.write_list[0] == '\0' &&
+         (denied.empty() || denied == guest_entry);
+}
+
+} // namespace
+} // namespace nasshare
+
+using namespace nasshare;
+
+void check_user_group(void) {
+  if (is_domain_mode()) {
+    return; // the domain's accounts are checked against winbind instead
+  }
+  const LoadWatch watch(LoadWatch::Extent::more);
+  std::ranges::for_each(each(*pss), check_share);
+  remove_empty_share_node();
+}
+
+void remove_empty_share_node(void) {
+  remove_matching(*pss, is_empty_share);
+}

@@ -1,0 +1,139 @@
+// One account's permissions on the listed shares: what becomes of each share's lists.
+#include "acl/access_list.h"
+#include "acl/permission.h"
+#include "base/argument.h"
+#include "base/debug.h"
+#include "base/linked_list.h"
+#include "catalogue/list_entry.h"
+#include "model/domain_mode.h"
+#include "model/load_verdict.h"
+#include "nasshare/acl.h"
+
+namespace nasshare {
+namespace {
+
+// The list that grants the permission; null for none.
+char *list_of(smb_share &share, std::uint32_t permission) {
+  switch (permission) {
+  case may_read:
+    return share.read_list;
+  case may_write:
+    return share.write_list;
+  case is_denied:
+    return share.invalid_users;
+  default:
+    return nullptr;
+  }
+}
+
+void remove_entry(char *list, std::string_view account) {
+  if (*list == '\0') {
+    return;
+  }
+  ListBuilder others;
+  for (const auto token : Tokens(list)) {
+    if (token != account) {
+      others.add(token);
+    }
+  }
+  assign(list_field(list), others.view());
+}
+
+void append_entry(char *list, std::string_view account) {
+  Text<list_width> longer{list};
+  const auto *const comma = longer.is_empty() ? "" : ",";
+  static_cast<void>(longer.append_whole({comma, "#", account, "#"})); // a full list stays as it is
+  assign(list_field(list), longer.view());
+}
+
+void replace_list(char *list, std::string_view account) {
+  ListBuilder only;
+  only.add(account);
+  assign(list_field(list), only.view());
+}
+
+void change_explicit_lists(smb_share &share, const Argument &account, std::uint32_t permission) {
+  remove_entry(share.read_list, account.view());
+  remove_entry(share.write_list, account.view());
+  remove_entry(share.invalid_users, account.view());
+  if (auto *const list = list_of(share, permission)) {
+    append_entry(list, account.view());
+  }
+}
+
+// A domain's accounts cannot be enumerated one by one: every other entry goes.
+void change_open_domain_share(smb_share &share, const Argument &account, std::uint32_t permission) {
+  share.read_list[0] = '\0';
+  share.write_list[0] = '\0';
+  share.invalid_users[0] = '\0';
+  if (auto *const list = list_of(share, permission)) {
+    replace_list(list, account.view());
+  }
+}
+
+// Everyone becomes everyone else. The list that takes the account loses what it held: wanted.
+void change_open_local_share(smb_share &share, const Argument &account, std::uint32_t permission,
+                             char *open_list) {
+  retrieve_user_from_group(account.c_str());
+  rebuild_user_list_except_input(open_list);
+  Free_Name_List();
+  if (auto *const list = list_of(share, permission)) {
+    replace_list(list, account.view());
+  }
+}
+
+// The first of the three lists that lets in, or keeps out, everyone; null when all are explicit.
+char *open_list_of(smb_share &share) {
+  for (auto *const list : {share.read_list, share.write_list, share.invalid_users}) {
+    if (std::string_view(list) == everyone) {
+      return list;
+    }
+  }
+  return nullptr;
+}
+
+void change_share(smb_share &share, const Argument &account, std::uint32_t permission) {
+  auto *const open_list = open_list_of(share);
+  if (open_list == nullptr) {
+    change_explicit_lists(share, account, permission);
+  } else if (is_domain_mode()) {
+    change_open_domain_share(share, account, permission);
+  } else {
+    const auto *const list = list_of(share, permission);
+    if (list != nullptr && std::string_view(list) == everyone) {
+      trace_debug("[do nothing]\n");
+      return;
+    }
+    change_open_local_share(share, account, permission, open_list);
+  }
+  trace_debug("1-->%s\n", share.read_list);
+  trace_debug("2-->%s\n", share.write_list);
+  trace_debug("3-->%s\n", share.invalid_users);
+}
+
+} // namespace
+} // namespace nasshare
+
+using namespace nasshare;
+
+void modify_config_permision(const char *account) {
+  if (!is_list_entry(account)) {
+    return;
+  }
+  const LoadWatch watch(LoadWatch::Extent::more);
+  const Argument changed(account); // the name records are scratch here
+  smb_share *share = nullptr;
+  for (const auto &change : each(*pal)) {
+    share = check_smb_share_name(change.name);
+    if (share != nullptr) {
+      change_share(*share, changed, change.type);
+    }
+  }
+  // Only the last share that was named: wanted.
+  const bool is_without_lists = share != nullptr && share->read_list[0] == '\0' &&
+                                share->write_list[0] == '\0' && share->invalid_users[0] == '\0';
+  if (is_without_lists) {
+    assign(share->invalid_users, guest_entry);
+  }
+  remove_empty_share_node();
+}

@@ -1,0 +1,16 @@
+// Which records the catalogue can hold so that they come back as they were.
+#pragma once
+
+#include "nasshare/catalogue.h"
+
+#include <span>
+
+namespace nasshare {
+
+// Whether a field's text comes back from the files, and stands in one line of smb.conf.
+bool is_storable(std::span<const char> field);
+
+// Whether the record names a share and a path that exists, and everything that it says is storable.
+bool is_storable(const smb_share *record);
+
+} // namespace nasshare

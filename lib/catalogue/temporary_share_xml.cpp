@@ -1,0 +1,72 @@
+// Writing where everybody can write: nobody knows the successor's name beforehand, and what is planted under
+// the file's own name goes.
+#include "catalogue/temporary_share_xml.h"
+
+#include "base/folder_of.h"
+#include "base/store.h"
+#include "base/text.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace nasshare {
+namespace {
+
+using Path = Text<path_width>;
+
+Descriptor create_successor(Path &name) {
+  return Descriptor(name.is_whole() ? mkostemp(name.field().data(), O_CLOEXEC) : -1);
+}
+
+// Over whatever stands there. A folder changes places with the file, so that there is never room for the next
+// one; it may come and go meanwhile.
+bool rename_over(const char *successor, const char *target) {
+  constexpr int most_attempts = 1000;
+  for (int attempt = 0; attempt < most_attempts; ++attempt) {
+    if (std::rename(successor, target) == 0) {
+      return true;
+    }
+    if (errno != EISDIR) {
+      return false;
+    }
+    if (renameat2(AT_FDCWD, successor, AT_FDCWD, target, RENAME_EXCHANGE) == 0) {
+      rmdir(successor); // or it stays there, with what is in it
+      return true;
+    }
+  }
+  return false;
+}
+
+} // namespace
+
+bool is_own_temporary_share_xml() {
+  struct stat status {};
+  return lstat(temporary_share_xml, &status) == 0 && S_ISREG(status.st_mode) && status.st_uid == geteuid() &&
+         status.st_nlink == 1;
+}
+
+bool is_in_shared_folder(std::string_view path) {
+  struct stat status {};
+  return stat(folder_of(path).c_str(), &status) == 0 && (status.st_mode & S_IWOTH) != 0;
+}
+
+bool store_in_shared_folder(const char *path, std::string_view content) {
+  Path name{path, successor_suffix, ".XXXXXX"};
+  auto successor = create_successor(name);
+  if (!successor) {
+    return false;
+  }
+  const char *const created = name.field().data();
+  if (!fill_successor(successor, path, content, Mode::as_created) || !rename_over(created, path)) {
+    unlink(created);
+    return false;
+  }
+  flush_folder_of(path);
+  return true;
+}
+
+} // namespace nasshare

@@ -1,0 +1,55 @@
+// The group file: reading it into the name records, and replacing it.
+#include "dfs/group_store.h"
+
+#include "base/linked_list.h"
+#include "base/presence.h"
+#include "base/text.h"
+#include "nasshare/acl.h"
+#include "nasshare/dfs.h"
+
+namespace nasshare {
+namespace {
+
+constexpr const char *group_file = "/etc/NAS_CFG/smbdfs_group.xml";
+
+Trouble trouble;
+
+void read_group(xmlNode *item) {
+  char name[name_width] = "";
+  read_child(item, "group", name);
+  Insert_Name_Node(name);
+}
+
+} // namespace
+
+const Trouble &group_trouble() {
+  return trouble;
+}
+
+bool store_groups(Form form) {
+  return store_items(group_file, each(*pnl), trouble, [form](xmlNode *item, const smb_name_node &group) {
+    return add_value(item, "group", view(group.name), form);
+  });
+}
+
+} // namespace nasshare
+
+using namespace nasshare;
+
+void read_DFS_group_xml(void) {
+  trouble = {};
+  const KeptWatch watch(trouble);
+  if (exists_or_note(group_file)) {
+    Free_Name_List();
+    each_item_or_note(group_file, read_group);
+  }
+}
+
+void write_DFS_group_xml(void) {
+  static_cast<void>(store_groups(Form::markup)); // it has no result
+}
+
+void get_dfs_group_info(void) {
+  Free_Name_List();
+  read_DFS_group_xml();
+}

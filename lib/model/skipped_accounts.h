@@ -1,0 +1,22 @@
+// Accounts of the system, which are nobody's who uses shares. The two lists differ on purpose: the guest,
+// "nobody", is never put into a list that names everyone one by one, since that would let guests in, or keep
+// them out, beside what the list says of them; but files that a guest deletes need a folder to go to.
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+namespace nasshare {
+
+inline constexpr std::array<std::string_view, 6> accounts_without_list_entry{
+    "root", "nobody", "ftp", "admin", "sshd", "squeezecenter"};
+inline constexpr std::array<std::string_view, 5> accounts_without_recycle_folder{"root", "admin", "ftp",
+                                                                                 "sshd", "squeezecenter"};
+
+template <std::size_t Size>
+bool is_among(const std::array<std::string_view, Size> &accounts, std::string_view name) {
+  return std::ranges::find(accounts, name) != accounts.end();
+}
+
+} // namespace nasshare
