@@ -22,14 +22,14 @@ namespace {
 constexpr const char *folder_path = "/etc/NAS_CFG";
 constexpr const char *database_path = "/etc/NAS_CFG/config.xml";
 constexpr const char *configuration_lock = "/run/nasshare-configuration.lock"; // of the locks, taken last
-constexpr const char *root_name = "config";
+constexpr const char *database_root = "config";
 
 UnreadKeys unread_keys;
 
 // The parsed text of a database; null when it is none.
 XmlDocument parse_database_or_note(std::string_view text) {
   auto database = parse_or_note(text);
-  return is_named(root_of(database), root_name) ? std::move(database) : nullptr;
+  return is_named(root_of(database), database_root) ? std::move(database) : nullptr;
 }
 
 bool can_be_read(const WholeFile &file) {
@@ -97,12 +97,12 @@ XmlDocument open_for_change() {
     return nullptr;
   }
   if (trimmed(file.text()).empty()) {
-    return new_xml_or_note(root_name);
+    return new_xml_or_note(database_root);
   }
   const Watch watch;
   auto database = parse_database_or_note(file.text());
   if (!database && !watch.seen() && keep_aside(database_path)) {
-    database = new_xml_or_note(root_name);
+    database = new_xml_or_note(database_root);
   }
   return database;
 }

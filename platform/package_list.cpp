@@ -8,7 +8,7 @@ namespace nasshare::platform {
 namespace {
 
 constexpr const char *packages_path = "/etc/NAS_CFG/packages.xml";
-constexpr const char *root_name = "packages";
+constexpr const char *packages_root = "packages";
 
 modx_package_list list = {};
 
@@ -48,7 +48,7 @@ void append(std::unique_ptr<modx_package> package) {
 void fill() {
   const auto document = load_or_note(packages_path);
   auto *const root = root_of(document);
-  if (!is_named(root, root_name)) {
+  if (!is_named(root, packages_root)) {
     return;
   }
   for (auto *element = element_from(root->children); element != nullptr;

@@ -36,8 +36,7 @@ void check_entry(const std::string &entry) {
 std::string join(const std::vector<std::string> &entries, const std::string &mark) {
   std::string text;
   for (const auto &entry : entries) {
-    text += text.empty() ? "" : ",";
-    text += mark + entry + mark;
+    text.append(text.empty() ? "" : ",").append(mark).append(entry).append(mark);
   }
   return text;
 }

@@ -12,7 +12,7 @@ namespace {
 
 constexpr const char *group_file = "/etc/NAS_CFG/smbdfs_group.xml";
 
-Trouble trouble;
+Trouble groups_came_with;
 
 void read_group(xmlNode *item) {
   char name[name_width] = "";
@@ -23,13 +23,14 @@ void read_group(xmlNode *item) {
 } // namespace
 
 const Trouble &group_trouble() {
-  return trouble;
+  return groups_came_with;
 }
 
 bool store_groups(Form form) {
-  return store_items(group_file, each(*pnl), trouble, [form](xmlNode *item, const smb_name_node &group) {
-    return add_value(item, "group", view(group.name), form);
-  });
+  return store_items(group_file, each(*pnl), groups_came_with,
+                     [form](xmlNode *item, const smb_name_node &group) {
+                       return add_value(item, "group", view(group.name), form);
+                     });
 }
 
 } // namespace nasshare
@@ -37,8 +38,8 @@ bool store_groups(Form form) {
 using namespace nasshare;
 
 void read_DFS_group_xml(void) {
-  trouble = {};
-  const KeptWatch watch(trouble);
+  groups_came_with = {};
+  const KeptWatch watch(groups_came_with);
   if (exists_or_note(group_file)) {
     Free_Name_List();
     each_item_or_note(group_file, read_group);

@@ -10,7 +10,7 @@
 namespace nasshare {
 namespace {
 
-smb_name_node *load_and_find(const Argument &group) {
+smb_name_node *load_group(const Argument &group) {
   get_dfs_group_info();
   return Check_Name_Node(group.c_str());
 }
@@ -20,7 +20,7 @@ bool can_change_group() {
   return !group_trouble() && can_load_links();
 }
 
-bool finish(bool is_done) {
+bool finish_with_groups(bool is_done) {
   Free_Name_List();
   return is_done;
 }
@@ -36,13 +36,13 @@ uint32_t add_dfs_group_node(const char *group) {
   }
   const ProgramLock lock(dfs_groups_lock);
   const Argument name(group);
-  const bool is_added = load_and_find(name) == nullptr && is_storable_value(name.view()) &&
+  const bool is_added = load_group(name) == nullptr && is_storable_value(name.view()) &&
                         Insert_Name_Node(name.c_str()) != nullptr && store_groups(Form::text);
-  return finish(is_added) ? 1 : 0;
+  return finish_with_groups(is_added) ? 1 : 0;
 }
 
 uint32_t chk_dfs_group_exist(const char *group) {
-  return is_given(group) && finish(load_and_find(Argument(group)) != nullptr) ? 1 : 0;
+  return is_given(group) && finish_with_groups(load_group(Argument(group)) != nullptr) ? 1 : 0;
 }
 
 // First the group file, then the link file: should the second fail, the links are still there, under the old
@@ -55,13 +55,13 @@ uint32_t mod_dfs_group_node(const char *old_group, const char *new_group) {
   const ProgramLock lock(dfs_groups_lock);
   const Argument from(old_group);
   const Argument to(new_group);
-  auto *const entry = load_and_find(from);
+  auto *const entry = load_group(from);
   bool is_renamed = entry != nullptr && is_storable_value(to.view()) && can_change_group();
   if (is_renamed) {
     assign(entry->name, to.view());
     is_renamed = store_groups(Form::text);
   }
-  return finish(is_renamed) ? mod_dfs_node_by_group(from.c_str(), to.c_str()) : 0;
+  return finish_with_groups(is_renamed) ? mod_dfs_node_by_group(from.c_str(), to.c_str()) : 0;
 }
 
 uint32_t del_dfs_group_node(const char *group) {
@@ -70,11 +70,11 @@ uint32_t del_dfs_group_node(const char *group) {
   }
   const ProgramLock lock(dfs_groups_lock);
   const Argument name(group);
-  auto *const entry = load_and_find(name);
+  auto *const entry = load_group(name);
   bool is_deleted = entry != nullptr && can_change_group();
   if (is_deleted) {
     Delete_Name_Node(entry);
     is_deleted = store_groups(Form::text);
   }
-  return finish(is_deleted) ? del_dfs_node_by_group(name.c_str()) : 0;
+  return finish_with_groups(is_deleted) ? del_dfs_node_by_group(name.c_str()) : 0;
 }

@@ -11,7 +11,7 @@ namespace {
 
 constexpr const char *link_file = "/etc/NAS_CFG/smbdfs.xml";
 
-Trouble trouble;
+Trouble links_came_with;
 
 void read_link(xmlNode *item) {
   smb_dfs_node link{};
@@ -25,22 +25,23 @@ void read_link(xmlNode *item) {
 } // namespace
 
 Trouble &link_trouble() {
-  return trouble;
+  return links_came_with;
 }
 
 bool store_links(Form form) {
-  return store_items(link_file, each(*pdfs), trouble, [form](xmlNode *item, const smb_dfs_node &link) {
-    return add_value(item, "host", view(link.host), form) &&
-           add_value(item, "share", view(link.share), form) &&
-           add_value(item, "local", view(link.local), form) &&
-           add_value(item, "group", view(link.group), form);
-  });
+  return store_items(link_file, each(*pdfs), links_came_with,
+                     [form](xmlNode *item, const smb_dfs_node &link) {
+                       return add_value(item, "host", view(link.host), form) &&
+                              add_value(item, "share", view(link.share), form) &&
+                              add_value(item, "local", view(link.local), form) &&
+                              add_value(item, "group", view(link.group), form);
+                     });
 }
 
 bool can_load_links() {
   read_DFS_xml();
   dfs_remove_all();
-  return !trouble;
+  return !links_came_with;
 }
 
 } // namespace nasshare
@@ -48,8 +49,8 @@ bool can_load_links() {
 using namespace nasshare;
 
 void read_DFS_xml(void) {
-  trouble = {};
-  const KeptWatch watch(trouble);
+  links_came_with = {};
+  const KeptWatch watch(links_came_with);
   if (exists_or_note(link_file)) {
     dfs_remove_all();
     each_item_or_note(link_file, read_link);

@@ -20,8 +20,8 @@ bool is_storable_host(std::string_view host) {
   return host.size() < name_width && can_xml_hold(host);
 }
 
-std::optional<smb_dfs_node> make_link(const char *host, const char *share, const char *local,
-                                      const char *group) {
+std::optional<smb_dfs_node> link_of(const char *host, const char *share, const char *local,
+                                    const char *group) {
   if (!is_storable_host(host) || !is_storable_value(share) || !is_storable_value(local) ||
       !is_storable_value(group)) {
     return std::nullopt;
@@ -35,7 +35,7 @@ std::optional<smb_dfs_node> make_link(const char *host, const char *share, const
 }
 
 // The loaded link of that identity, or null.
-smb_dfs_node *load_and_find(const char *group, const char *local) {
+smb_dfs_node *load_link(const char *group, const char *local) {
   const Argument wanted_group(group);
   const Argument wanted_local(local);
   get_dfs_info();
@@ -44,7 +44,7 @@ smb_dfs_node *load_and_find(const char *group, const char *local) {
   });
 }
 
-std::uint32_t finish(bool is_done) {
+std::uint32_t finish_with_links(bool is_done) {
   dfs_remove_all();
   return is_done ? 1 : 0;
 }
@@ -59,13 +59,13 @@ uint32_t add_dfs_node(const char *host, const char *share, const char *local, co
     return 0;
   }
   const ProgramLock lock(dfs_links_lock);
-  const auto link = make_link(host, share, local, group);
-  if (!link || load_and_find(group, local) != nullptr) {
-    return finish(false);
+  const auto link = link_of(host, share, local, group);
+  if (!link || load_link(group, local) != nullptr) {
+    return finish_with_links(false);
   }
   const auto before = pdfs->count;
   dfs_add_node(&*link);
-  return finish(pdfs->count > before && store_links(Form::text));
+  return finish_with_links(pdfs->count > before && store_links(Form::text));
 }
 
 uint32_t mod_dfs_node(const char *new_host, const char *new_share, const char *new_local,
@@ -74,13 +74,13 @@ uint32_t mod_dfs_node(const char *new_host, const char *new_share, const char *n
     return 0;
   }
   const ProgramLock lock(dfs_links_lock);
-  const auto changed = make_link(new_host, new_share, new_local, new_group);
-  auto *const link = changed ? load_and_find(old_group, old_local) : nullptr;
+  const auto changed = link_of(new_host, new_share, new_local, new_group);
+  auto *const link = changed ? load_link(old_group, old_local) : nullptr;
   if (link == nullptr) {
-    return finish(false);
+    return finish_with_links(false);
   }
   dfs_node_copy(link, &*changed);
-  return finish(store_links(Form::text));
+  return finish_with_links(store_links(Form::text));
 }
 
 uint32_t del_dfs_node(const char *local, const char *group) {
@@ -88,16 +88,16 @@ uint32_t del_dfs_node(const char *local, const char *group) {
     return 0;
   }
   const ProgramLock lock(dfs_links_lock);
-  auto *const link = load_and_find(group, local);
+  auto *const link = load_link(group, local);
   if (link == nullptr) {
-    return finish(false);
+    return finish_with_links(false);
   }
   dfs_del_node(link);
-  return finish(store_links(Form::text));
+  return finish_with_links(store_links(Form::text));
 }
 
 uint32_t chk_dfs_node_exist(const char *group, const char *local) {
-  return are_given({group, local}) ? finish(load_and_find(group, local) != nullptr) : 0;
+  return are_given({group, local}) ? finish_with_links(load_link(group, local) != nullptr) : 0;
 }
 
 uint32_t mod_dfs_node_by_group(const char *old_group, const char *new_group) {
@@ -109,7 +109,7 @@ uint32_t mod_dfs_node_by_group(const char *old_group, const char *new_group) {
   const Argument to(new_group);
   get_dfs_info();
   dfs_modify_node_by_group(from.c_str(), to.c_str());
-  return finish(store_links(Form::text));
+  return finish_with_links(store_links(Form::text));
 }
 
 uint32_t del_dfs_node_by_group(const char *group) {
@@ -120,5 +120,5 @@ uint32_t del_dfs_node_by_group(const char *group) {
   const Argument deleted(group);
   get_dfs_info();
   dfs_delete_node_by_group(deleted.c_str());
-  return finish(store_links(Form::text));
+  return finish_with_links(store_links(Form::text));
 }

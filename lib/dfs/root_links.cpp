@@ -57,7 +57,7 @@ void make_group(std::string_view escaped_group) {
   }
 }
 
-void make_link(const smb_dfs_node &link) {
+void make_link_in_tree(const smb_dfs_node &link) {
   const auto host = shell_escaped(view(link.host));
   const auto share = shell_escaped(view(link.share));
   const auto local = shell_escaped(view(link.local));
@@ -82,7 +82,7 @@ void create_dfs_link(void) {
   }
   get_dfs_info();
   if (make_closed_root()) {
-    std::ranges::for_each(each(*pdfs), make_link);
+    std::ranges::for_each(each(*pdfs), make_link_in_tree);
   }
   set_root_mode(0777);
   dfs_remove_all();

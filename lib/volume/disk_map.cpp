@@ -20,7 +20,7 @@ void read_serial(char (&serial)[name_width], const char *device, int bay) {
   place(serial, without_line_end(view(serial)));
 }
 
-void read_line(smb_catalogue &table, std::string_view line) {
+void read_scan_line(smb_catalogue &table, std::string_view line) {
   const auto device = device_of_line(line);
   for (const int bay : bays) {
     if (contains(line, bay_host[bay])) {
@@ -61,7 +61,7 @@ int get_scsi_map(smb_catalogue *table) {
   CommandLines scan("sg_scan /dev/sda /dev/sdb /dev/sdc /dev/sdd /dev/sde /dev/sdf /dev/sdg /dev/sdh"
                     " /dev/sdi /dev/sdj /dev/sdk /dev/sdl /dev/sdm /dev/sdn /dev/sdo /dev/sdp");
   for (const auto line : scan) {
-    read_line(*table, line);
+    read_scan_line(*table, line);
   }
   const int status = scan.close();
   trace_debug("##hd device name from sda ~ sdp\n");

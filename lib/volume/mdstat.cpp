@@ -17,7 +17,7 @@ bool is_member(smb_catalogue &table, int bay, std::string_view line, std::int32_
   return is_named && parse_check_hidden(&table, bay) == 1;
 }
 
-void read_line(smb_catalogue &table, int volume, std::string_view md_name, std::string_view line) {
+void read_mdstat_line(smb_catalogue &table, int volume, std::string_view md_name, std::string_view line) {
   auto &kind = table.vol_raid_type[volume];
   kind = array_kind(line, md_name, kind);
   for (const int bay : bays) {
@@ -55,7 +55,7 @@ int parse_raid_info(smb_catalogue *table, int volume, const char *md_name) {
   }
   for (const auto line : mdstat) {
     if (contains(line, md_name)) { // of several such lines the last one counts
-      read_line(*table, volume, md_name, line);
+      read_mdstat_line(*table, volume, md_name, line);
     }
   }
   return mdstat.close();

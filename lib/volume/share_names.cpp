@@ -48,7 +48,7 @@ void read_usb_line(smb_catalogue &table, std::string_view line) {
 }
 
 // A line that says "USB" is a USB disk's even when it names a volume's folder: wanted.
-void read_line(smb_catalogue &table, std::string_view line) {
+void read_name_line(smb_catalogue &table, std::string_view line) {
   if (contains(line, "USB")) {
     read_usb_line(table, line);
   } else if (contains(line, "HD_a2")) {
@@ -102,7 +102,7 @@ void get_HD_share_name(smb_catalogue *table) {
     return;
   }
   for (const auto line : lines) {
-    read_line(*table, line);
+    read_name_line(*table, line);
   }
   report(*table);
   // With one name, the other volume has none: wanted.
