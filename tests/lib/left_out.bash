@@ -12,9 +12,12 @@ left_out_pattern() { each_left_out "$1" | cut -d' ' -f1 | paste -sd'|'; }
 report_left_out() {
   local pattern reason count status=0
   while read -r pattern reason; do
-    count=$(grep -cE "$pattern" "$2" || true)
+    count=$(grep -cE "$pattern" "$2" || :)
     ((count == 0)) || echo "left out: $count cases $pattern, because $reason"
-    grep -qE "$pattern" "$3" || { echo "$1: no case is called $pattern" >&2; status=1; }
+    if ! grep -qE "$pattern" "$3"; then
+      echo "$1: no case is called $pattern" >&2
+      status=1
+    fi
   done < <(each_left_out "$1")
   return "$status"
 }

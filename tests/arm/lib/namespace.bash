@@ -12,9 +12,9 @@ in_arm_system() {
   }
   pipes=$(mktemp -d)
   mkfifo "$pipes/entered" "$pipes/mapped"
-  unshare --user bash "$here/lib/wait_for_root.bash" "$pipes" \
+  unshare --user "$here/wait_for_root" "$pipes" \
     setpriv --pdeathsig KILL unshare --mount --pid --fork --kill-child \
-    bash "$here/lib/arm_system.bash" "$system" "$project" "$@" <&0 &
+    "$here/enter_system" "$system" "$project" "$@" <&0 &
   child=$!
   read -r <"$pipes/entered"
   # Every account is itself, as packages and tests own files as more than root; only root may arrange that.

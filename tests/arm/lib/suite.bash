@@ -1,7 +1,7 @@
 # shellcheck shell=bash disable=SC2154
 # Running the tests, and saying what was left out.
 
-# shellcheck source=tests/lib/left_out.bash
+# shellcheck source=../../lib/left_out.bash
 . "$here/../lib/left_out.bash"
 
 tree=$work/tree
