@@ -1,4 +1,4 @@
-/* The machine in which every test case runs: appliance/appliance. */
+/* The machine in which every test case runs: appliance/machine/appliance. */
 #include "appliance.h"
 #include "output.h"
 
@@ -20,7 +20,7 @@
 
 namespace {
 
-constexpr const char *appliance = PROJECT_FOLDER "/appliance/appliance";
+constexpr const char *appliance = PROJECT_FOLDER "/appliance/machine/appliance";
 
 /* A machine inside this one; this one's files are its host's. */
 Ended inner(const std::string &commands) {

@@ -38,7 +38,7 @@ int main(int argc, char **argv) {
   }
   if (::access("/run/appliance/private", F_OK) != 0) {
     std::fputs("These tests write to /etc, /mnt and /dev and run only inside a private machine:\n"
-               "  appliance/appliance --keep BUILD-FOLDER -- TEST-PROGRAM --gtest_filter=CASE\n",
+               "  appliance/machine/appliance --keep BUILD-FOLDER -- TEST-PROGRAM --gtest_filter=CASE\n",
                stderr);
     return 2;
   }

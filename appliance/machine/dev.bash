@@ -1,12 +1,10 @@
 # shellcheck shell=bash disable=SC2154
-# The machine's own /dev. Disks are described later, as plain files in it.
-make_dev() {
+# The machine's own /dev. Disks are described later, as plain files in it. $host_dev is a descriptor of the host's.
+
+# Root of the host copies the devices; root of a user namespace may only bind them.
+make_nodes() {
   local host=/proc/self/fd/$host_dev node nodes=(null zero full random urandom tty)
-  mount -t tmpfs -o mode=0755 appliance /dev || fail '/dev cannot be covered'
-  mkdir /dev/pts /dev/shm
-  chmod 1777 /dev/shm
-  # Root of the host copies the devices; root of a user namespace may only bind them.
-  cp -a "${nodes[@]/#/$host/}" /dev 2>/run/device-errors
+  cp -a "${nodes[@]/#/$host/}" /dev 2>/run/device-errors || :
   if ! { [[ -c /dev/null ]] && : >/dev/null; } 2>/run/device-errors; then
     for node in "${nodes[@]}"; do
       rm -f "/dev/$node"
@@ -15,6 +13,13 @@ make_dev() {
     done
   fi
   rm -f /run/device-errors
+}
+
+make_dev() {
+  mount -t tmpfs -o mode=0755 appliance /dev || fail '/dev cannot be covered'
+  mkdir /dev/pts /dev/shm
+  chmod 1777 /dev/shm
+  make_nodes
   mount -t devpts -o newinstance,ptmxmode=0666,mode=620 devpts /dev/pts || fail '/dev/pts cannot be made'
   ln -s pts/ptmx /dev/ptmx
   ln -s /proc/self/fd /dev/fd

@@ -1,4 +1,4 @@
-# shellcheck shell=bash disable=SC2154
+# shellcheck shell=bash
 # The machine's own empty folders, and the folders of the host that stay reachable below them.
 
 covered=(/mnt /tmp /run /home /var/lib/samba /var/cache/samba /var/log/samba)
@@ -11,12 +11,12 @@ is_covered() {
   return 1
 }
 
-# An open descriptor still leads to a folder once something is mounted above it, as long as mount(8) does not
-# resolve it to a path first.
+# hold_kept_folders FOLDER...: an open descriptor still leads to a folder once something is mounted above it, as long as
+# mount(8) does not resolve it to a path first.
 hold_kept_folders() {
   local folder place descriptor
   held_places=() held_descriptors=()
-  for folder in "${kept[@]}"; do
+  for folder; do
     place=$(cd -P "$folder" && pwd) || fail "$folder cannot be entered"
     is_covered "$place" || continue
     exec {descriptor}<"$place"
@@ -25,7 +25,7 @@ hold_kept_folders() {
 }
 
 restore_kept_folders() {
-  local i
+  local i descriptor
   for i in "${!held_places[@]}"; do
     mkdir -p "${held_places[i]}"
     mount --no-canonicalize --rbind "/proc/self/fd/${held_descriptors[i]}" "${held_places[i]}" ||
@@ -41,15 +41,9 @@ cover_folders() {
   for folder in "${covered[@]}"; do
     [[ -d $folder ]] || continue
     options=mode=0755
-    [[ $folder == /tmp ]] && options=mode=1777
+    [[ $folder != /tmp ]] || options=mode=1777
     mount -t tmpfs -o "$options" appliance "$folder" || fail "$folder cannot be covered"
   done
   mkdir -p /run/lock /run/samba
   [[ ! -d /var/lib/samba ]] || mkdir -m 0700 /var/lib/samba/private
-}
-
-describe_machine() {
-  mkdir -p /run/appliance/bin /run/appliance/disks /run/appliance/arrays
-  cp "$appliance"/bin/* /run/appliance/bin
-  : >/run/appliance/private
 }
