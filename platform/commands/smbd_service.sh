@@ -1,12 +1,11 @@
-# shellcheck shell=sh
+# shellcheck shell=sh disable=SC2034,SC2154
 # What the service commands share: the files of the Samba service and the smbd that "smb start" started.
 # Read with "." by the commands beside it, which set $here to their folder.
-# shellcheck disable=SC2034,SC2154
 
-smb_conf=/etc/samba/smb.conf           # generated from the catalogue, never changed here
-smbd_conf=/run/samba/smbd.conf         # what smbd reads, derived from it
-smb_passwd=/etc/samba/smbpasswd        # the accounts ("smb passwd file")
-service_file=/run/samba/nasshare-smbd  # "<pid> <mark>" of the smbd that was started
+smb_conf=/etc/samba/smb.conf          # generated from the catalogue, never changed here
+smbd_conf=/run/samba/smbd.conf        # what smbd reads, derived from it
+smb_passwd=/etc/samba/smbpasswd       # the accounts ("smb passwd file")
+service_file=/run/samba/nasshare-smbd # "<pid> <mark>" of the smbd that was started
 
 complain() { echo "${0##*/}: $*" >&2; }
 
