@@ -2,9 +2,12 @@
 // result; "-d" in front switches the library's debug output on.
 #include "nasshare/nasshare.h"
 
+#include <algorithm>
 #include <cstdio>
+#include <iterator>
 #include <string_view>
 
+namespace nasshare::appliance {
 namespace {
 
 struct Operation {
@@ -21,9 +24,8 @@ int with_settings(int (*operation)()) {
 int print_checked_shares() {
   get_samba_info();
   ads_check_user_group();
-  auto count = pss->count;
-  auto *share = pss->head;
-  for (int i = 0; i < count; ++i, share = share->next) {
+  const int count = pss->count;
+  for (const auto *share = count > 0 ? pss->head : nullptr; share != nullptr; share = share->next) {
     std::printf("%s\t%s\t%s\t%s\n", share->name, share->read_list, share->write_list, share->invalid_users);
   }
   Free_All_List();
@@ -38,20 +40,25 @@ constexpr Operation operations[] = {
     {"check", print_checked_shares},
 };
 
+// Null when there is none of that name.
+const Operation *operation_called(std::string_view name) {
+  const auto *const found = std::ranges::find(operations, name, &Operation::name);
+  return found != std::end(operations) ? found : nullptr;
+}
+
 } // namespace
+} // namespace nasshare::appliance
 
 int main(int argc, char **argv) {
-  bool debug = argc > 1 && std::string_view(argv[1]) == "-d";
-  smb_dbg_flag = debug ? 1 : 0;
-  if (argc == (debug ? 3 : 2)) {
-    for (const auto &operation : operations) {
-      if (operation.name == argv[argc - 1]) {
-        std::setvbuf(stdout, nullptr, _IOLBF, BUFSIZ); // in order with what its commands print
-        std::printf("%d\n", operation.run());
-        return 0;
-      }
-    }
+  const bool debug = argc > 1 && std::string_view(argv[1]) == "-d";
+  const auto *const operation =
+      argc == (debug ? 3 : 2) ? nasshare::appliance::operation_called(argv[argc - 1]) : nullptr;
+  if (operation == nullptr) {
+    std::fputs("usage: appliance-domain [-d] start|stop|join|ticket|check\n", stderr);
+    return 2;
   }
-  std::fputs("usage: appliance-domain [-d] start|stop|join|ticket|check\n", stderr);
-  return 2;
+  smb_dbg_flag = debug ? 1 : 0;
+  std::setvbuf(stdout, nullptr, _IOLBF, BUFSIZ); // in order with what its commands print
+  std::printf("%d\n", operation->run());
+  return 0;
 }

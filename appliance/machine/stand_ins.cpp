@@ -1,22 +1,20 @@
-/*
- * What the appliance's kernel answers and the bench-top machine's does not: /proc/mdstat, ATA IDENTIFY
- * through SG_IO, and the requests of the interface egiga0. The answers come from the machine's description
- * below /run/appliance. Everything else goes on to the C library.
- *
- *   mdstat              what /proc/mdstat holds; without it the file does not exist
- *   disks/sda           lines "scsi scsi0", "serial TEXT", "serial_bytes HEX" (20 bytes as the disk
- *                       sends them), "status N", "host_status N", "driver_status N", and "fail" when
- *                       the request itself fails
- *   egiga0              hardware address, such as 02:00:00:0a:1b:02
- *   driver-serial-0|1   20 bytes that the driver leaves for that bay
- *   requests            log of the requests that were answered here
- *
- * Loaded with LD_PRELOAD, or linked into a program, whose definitions win over the C library's.
- *
- * A program calls what its headers make of open, fopen and ioctl: on 32 bits, "open64" where files are large,
- * "__ioctl_time64" where times are, and "__open_2" in a program built with _FORTIFY_SOURCE. Every such name
- * is answered, so the headers must leave the names alone here.
- */
+// What the appliance's kernel answers and the bench-top machine's does not: /proc/mdstat, ATA IDENTIFY
+// through SG_IO, and the requests of the interface egiga0. The answers come from the machine's description
+// below /run/appliance. Everything else goes on to the C library.
+//
+//   mdstat              what /proc/mdstat holds; without it the file does not exist
+//   disks/sda           lines "scsi scsi0", "serial TEXT", "serial_bytes HEX" (20 bytes as the disk
+//                       sends them), "status N", "host_status N", "driver_status N", and "fail" when
+//                       the request itself fails
+//   egiga0              hardware address, such as 02:00:00:0a:1b:02
+//   driver-serial-0|1   20 bytes that the driver leaves for that bay
+//   requests            log of the requests that were answered here
+//
+// Loaded with LD_PRELOAD, or linked into a program, whose definitions win over the C library's.
+//
+// A program calls what its headers make of open, fopen and ioctl: on 32 bits, "open64" where files are large,
+// "__ioctl_time64" where times are, and "__open_2" in a program built with _FORTIFY_SOURCE. Every such name
+// is answered, so the headers must leave the names alone here.
 #undef _FILE_OFFSET_BITS
 #undef _TIME_BITS
 
@@ -28,23 +26,25 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <string>
-#include <string_view>
-
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <net/if.h>
+#include <optional>
 #include <scsi/sg.h>
+#include <span>
+#include <string>
+#include <string_view>
 #include <sys/ioctl.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
+namespace nasshare::appliance {
 namespace {
 
 constexpr const char *described_mdstat = "/run/appliance/mdstat";
-constexpr size_t identify_size = 512;
-constexpr size_t serial_offset = 20;
-constexpr size_t serial_size = 20;
+constexpr std::size_t identify_size = 512;
+constexpr std::size_t serial_offset = 20;
+constexpr std::size_t serial_size = 20;
 
 using Fopen = FILE *(*)(const char *, const char *);
 using Open = int (*)(const char *, int, ...);
@@ -52,7 +52,7 @@ using OpenExisting = int (*)(const char *, int);
 using Ioctl = int (*)(int, unsigned long, ...);
 
 template <typename Function> Function next(const char *name) {
-  void *symbol = dlsym(RTLD_NEXT, name);
+  void *const symbol = dlsym(RTLD_NEXT, name);
   Function function = nullptr;
   static_assert(sizeof function == sizeof symbol);
   std::memcpy(&function, &symbol, sizeof function);
@@ -68,58 +68,59 @@ FILE *next_fopen(const char *path, const char *mode) {
   return function(path, mode);
 }
 
-std::string content(const std::string &path, bool *found = nullptr) {
+// Nothing where there is no such file.
+std::optional<std::string> content(const std::string &path) {
+  FILE *const file = next_fopen(path.c_str(), "re");
+  if (file == nullptr) {
+    return std::nullopt;
+  }
   std::string text;
-  FILE *file = next_fopen(path.c_str(), "re");
-  if (found != nullptr)
-    *found = file != nullptr;
-  if (file == nullptr)
-    return text;
   std::array<char, 4096> part{};
-  for (size_t length = 0; (length = std::fread(part.data(), 1, part.size(), file)) > 0;)
+  for (std::size_t length = 0; (length = std::fread(part.data(), 1, part.size(), file)) > 0;) {
     text.append(part.data(), length);
+  }
   std::fclose(file);
   return text;
 }
 
 void log_request(const std::string &line) {
-  if (FILE *file = next_fopen("/run/appliance/requests", "ae"); file != nullptr) {
+  if (FILE *const file = next_fopen("/run/appliance/requests", "ae"); file != nullptr) {
     std::fprintf(file, "%s\n", line.c_str());
     std::fclose(file);
   }
 }
 
-/* Bytes written in hexadecimal, with blanks or colons between them or nothing. */
+// Bytes written in hexadecimal, with blanks or colons between them or nothing.
 std::string bytes_of(std::string_view hex) {
   static constexpr std::string_view digits = "0123456789abcdef";
   std::string bytes;
-  size_t high = std::string_view::npos;
-  for (char character : hex) {
-    const size_t value = digits.find(static_cast<char>(character | 0x20));
-    if (value == std::string_view::npos)
+  std::optional<std::size_t> high;
+  for (const char character : hex) {
+    const std::size_t value = digits.find(static_cast<char>(character | 0x20));
+    if (value == std::string_view::npos) {
       continue;
-    if (high == std::string_view::npos) {
-      high = value;
+    }
+    if (high) {
+      bytes.push_back(static_cast<char>(*high * digits.size() + value));
+      high.reset();
     } else {
-      bytes.push_back(static_cast<char>(high * digits.size() + value));
-      high = std::string_view::npos;
+      high = value;
     }
   }
   return bytes;
 }
 
-std::string hex_of(const unsigned char *bytes, size_t count) {
+std::string hex_of(std::span<const unsigned char> bytes) {
   std::string text;
   std::array<char, 3> pair{};
-  for (size_t i = 0; i < count; ++i) {
-    std::snprintf(pair.data(), pair.size(), "%02x", static_cast<unsigned>(bytes[i]));
+  for (const unsigned char byte : bytes) {
+    std::snprintf(pair.data(), pair.size(), "%02x", static_cast<unsigned>(byte));
     text += pair.data();
   }
   return text;
 }
 
 struct Disk {
-  bool described = false;
   bool fails = false;
   std::string serial_bytes = std::string(serial_size, '\0');
   unsigned char status = 0;
@@ -127,12 +128,13 @@ struct Disk {
   unsigned short driver_status = 0;
 };
 
-/* As a disk sends it: padded with blanks, the two characters of each word swapped. */
+// As a disk sends it: padded with blanks, the two characters of each word swapped.
 std::string as_sent(std::string_view serial) {
   std::string text(serial.substr(0, serial_size));
   text.resize(serial_size, ' ');
-  for (size_t i = 0; i < serial_size; i += 2)
+  for (std::size_t i = 0; i < serial_size; i += 2) {
     std::swap(text[i], text[i + 1]);
+  }
   return text;
 }
 
@@ -141,7 +143,7 @@ unsigned char number(std::string_view text) {
 }
 
 void read_line(Disk &disk, std::string_view line) {
-  const size_t blank = std::min(line.find(' '), line.size());
+  const std::size_t blank = std::min(line.find(' '), line.size());
   const std::string_view key = line.substr(0, blank);
   const std::string_view value = line.substr(std::min(blank + 1, line.size()));
   if (key == "serial") {
@@ -159,25 +161,32 @@ void read_line(Disk &disk, std::string_view line) {
   }
 }
 
-Disk described_disk(const std::string &name) {
+std::optional<Disk> described_disk(const std::string &name) {
+  const std::optional<std::string> text = content("/run/appliance/disks/" + name);
+  if (!text) {
+    return std::nullopt;
+  }
   Disk disk;
-  const std::string text = content("/run/appliance/disks/" + name, &disk.described);
-  for (size_t start = 0; start < text.size();) {
-    const size_t end = std::min(text.find('\n', start), text.size());
-    read_line(disk, std::string_view(text).substr(start, end - start));
-    start = end + 1;
+  for (std::string_view rest = *text; !rest.empty();) {
+    const std::size_t end = std::min(rest.find('\n'), rest.size());
+    read_line(disk, rest.substr(0, end));
+    rest.remove_prefix(std::min(end + 1, rest.size()));
   }
   return disk;
 }
 
-/* "sda" when the descriptor is open on /dev/sda, else empty. */
+// "sda" when the descriptor is open on /dev/sda, else empty.
 std::string device_name(int descriptor) {
+  constexpr std::string_view folder = "/dev/";
   std::array<char, 256> target{};
   const std::string entry = "/proc/self/fd/" + std::to_string(descriptor);
   const ssize_t length = readlink(entry.c_str(), target.data(), target.size());
-  constexpr std::string_view folder = "/dev/";
-  const std::string_view path(target.data(), length > 0 ? static_cast<size_t>(length) : 0);
+  const std::string_view path(target.data(), length > 0 ? static_cast<std::size_t>(length) : 0);
   return path.starts_with(folder) ? std::string(path.substr(folder.size())) : std::string();
+}
+
+std::optional<Disk> disk_behind(const std::string &name) {
+  return name.empty() ? std::nullopt : described_disk(name);
 }
 
 bool is_identify(const sg_io_hdr &request) {
@@ -191,8 +200,8 @@ bool is_identify(const sg_io_hdr &request) {
 }
 
 int identify(const Disk &disk, const std::string &name, sg_io_hdr &request) {
-  log_request("SG_IO " + name +
-              " command=" + hex_of(request.cmdp, request.cmdp != nullptr ? request.cmd_len : 0) +
+  log_request("SG_IO " + name + " command=" +
+              hex_of({request.cmdp, request.cmdp != nullptr ? request.cmd_len : std::size_t{0}}) +
               " data=" + std::to_string(request.dxfer_len) + " sense=" + std::to_string(request.mx_sb_len) +
               " timeout=" + std::to_string(request.timeout));
   if (disk.fails || !is_identify(request)) {
@@ -217,29 +226,30 @@ int no_device() {
 
 int hardware_address(ifreq &request) {
   log_request("SIOCGIFHWADDR egiga0");
-  const std::string address = bytes_of(content("/run/appliance/egiga0"));
-  if (address.empty())
+  const std::string address = bytes_of(content("/run/appliance/egiga0").value_or(""));
+  if (address.empty()) {
     return no_device();
+  }
   constexpr unsigned short ethernet = 1;
   request.ifr_hwaddr.sa_family = ethernet;
-  std::copy_n(address.begin(), std::min(address.size(), size_t{6}), request.ifr_hwaddr.sa_data);
+  std::copy_n(address.begin(), std::min(address.size(), std::size_t{6}), request.ifr_hwaddr.sa_data);
   return 0;
 }
 
 int driver_serial(ifreq &request) {
-  constexpr int32_t read_serial = 2;
-  std::array<int32_t, 2> command{};
+  constexpr std::int32_t read_serial = 2;
   if (request.ifr_data == nullptr) {
     errno = EFAULT;
     return -1;
   }
+  std::array<std::int32_t, 2> command{};
   std::memcpy(command.data(), request.ifr_data, sizeof command);
   log_request("SIOCDEVPRIVATE egiga0 " + std::to_string(command[0]) + " " + std::to_string(command[1]));
-  bool found = false;
-  const std::string answer = content("/run/appliance/driver-serial-" + std::to_string(command[1]), &found);
-  if (command[0] != read_serial || !found)
+  const auto answer = content("/run/appliance/driver-serial-" + std::to_string(command[1]));
+  if (command[0] != read_serial || !answer) {
     return no_device();
-  std::memcpy(request.ifr_data, answer.data(), std::min(answer.size(), serial_size));
+  }
+  std::memcpy(request.ifr_data, answer->data(), std::min(answer->size(), serial_size));
   return 0;
 }
 
@@ -251,13 +261,16 @@ bool is_for_egiga0(const void *request) {
 int answered(Ioctl next_ioctl, int descriptor, unsigned long request, void *argument) {
   if (request == SG_IO && argument != nullptr) {
     const std::string name = device_name(descriptor);
-    if (const Disk disk = described_disk(name); !name.empty() && disk.described)
-      return identify(disk, name, *static_cast<sg_io_hdr *>(argument));
+    if (const auto disk = disk_behind(name); disk) {
+      return identify(*disk, name, *static_cast<sg_io_hdr *>(argument));
+    }
   }
-  if (request == SIOCGIFHWADDR && is_for_egiga0(argument))
+  if (request == SIOCGIFHWADDR && is_for_egiga0(argument)) {
     return hardware_address(*static_cast<ifreq *>(argument));
-  if (request == SIOCDEVPRIVATE && is_for_egiga0(argument))
+  }
+  if (request == SIOCDEVPRIVATE && is_for_egiga0(argument)) {
     return driver_serial(*static_cast<ifreq *>(argument));
+  }
   return next_ioctl(descriptor, request, argument);
 }
 
@@ -266,13 +279,16 @@ mode_t creation_mode(int flags, va_list arguments) {
 }
 
 } // namespace
+} // namespace nasshare::appliance
+
+using namespace nasshare::appliance;
 
 #define STAND_IN extern "C" __attribute__((visibility("default")))
 
 STAND_IN int ioctl(int descriptor, unsigned long request, ...) noexcept {
   va_list arguments;
   va_start(arguments, request);
-  void *argument = va_arg(arguments, void *);
+  void *const argument = va_arg(arguments, void *);
   va_end(arguments);
   static const auto next_ioctl = next<Ioctl>("ioctl");
   return answered(next_ioctl, descriptor, request, argument);
@@ -319,7 +335,7 @@ STAND_IN int __open64_2(const char *path, int flags) {
 STAND_IN int __ioctl_time64(int descriptor, unsigned long request, ...) noexcept {
   va_list arguments;
   va_start(arguments, request);
-  void *argument = va_arg(arguments, void *);
+  void *const argument = va_arg(arguments, void *);
   va_end(arguments);
   static const auto next_ioctl = next<Ioctl>("__ioctl_time64");
   return answered(next_ioctl, descriptor, request, argument);
