@@ -13,7 +13,7 @@ char *rebuild_user_list_except_input(char *list) {
     return nullptr;
   }
   const ListWatch watch(list);
-  trace_debug("$$$list[%s]\n", list);
+  trace_debug("$$$list[%s]\n", list); // the marks are wanted: scripts look for them
   ListBuilder others;
   each_account_or_note([&others](const passwd &account) {
     if (!is_among(accounts_without_list_entry, account.pw_name) &&

@@ -21,7 +21,7 @@ void rebuld_input_data(smb_share *record) {
   }
   const auto &other_list = all_denied ? record->write_list : record->invalid_users;
   if ((!all_write && !all_denied) || (readers.empty() && view(other_list).empty())) {
-    list_debug("rebuld_input_data return!!\n");
+    list_debug("rebuld_input_data return!!\n"); // spelt so: wanted
     return;
   }
   list_debug("run rebuld_input_data! [%d][%d]\n", all_write ? 1 : 0, all_denied ? 1 : 0);

@@ -106,7 +106,7 @@ void change_share(smb_share &share, const Argument &account, std::uint32_t permi
     }
     change_open_local_share(share, account, permission, open_list);
   }
-  trace_debug("1-->%s\n", share.read_list);
+  trace_debug("1-->%s\n", share.read_list); // wanted: scripts look for these three
   trace_debug("2-->%s\n", share.write_list);
   trace_debug("3-->%s\n", share.invalid_users);
 }

@@ -74,7 +74,7 @@ int add_share(smb_share *record) {
     return refuse_change();
   }
   if (place_on_volume(*record)) {
-    list_debug("####p->hd_serial [%s]\n", record->hd_serial);
+    list_debug("####p->hd_serial [%s]\n", record->hd_serial); // wanted: scripts look for it
   }
   // A drive may report a serial number that no file gives back.
   if (!is_storable(record->hd_serial) || Insert_Smb_Node(record) == nullptr) {

@@ -59,7 +59,7 @@ void read_item(xmlNode *item, int volume, RecordAdoption &adoption) {
   }
   read_place(item, volume, share);
   if (!contains(view(share.path), mount_point(volume))) {
-    list_debug("xxxxxxxxxxxxxxxxx[%s][%d]\n", share.path, volume);
+    list_debug("xxxxxxxxxxxxxxxxx[%s][%d]\n", share.path, volume); // wanted: scripts look for it
     return;
   }
   take_configured_name(share, volume);

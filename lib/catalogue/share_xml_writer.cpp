@@ -48,7 +48,7 @@ bool store(xmlDoc *document, const char *target) {
   if (!is_in_shared_folder(target)) {
     return store_xml(document, target);
   }
-  // Whatever lies there, nobody has stored it: a broken file is not kept.
+  // What lies in a shared folder may be anybody's: a broken file there is not kept aside.
   const auto text = compose_whole(document);
   return text && store_in_shared_folder(target, view(text));
 }

@@ -51,7 +51,7 @@ uint32_t mod_dfs_group_node(const char *old_group, const char *new_group) {
   if (!is_given(old_group) || !is_given(new_group)) {
     return 0;
   }
-  trace_debug("--- [%s][%s]\n", old_group, new_group);
+  trace_debug("--- [%s][%s]\n", old_group, new_group); // wanted: scripts look for it
   const ProgramLock lock(dfs_groups_lock);
   const Argument from(old_group);
   const Argument to(new_group);

@@ -54,6 +54,7 @@ private:
     if (view(share.hd_serial) == identity_) {
       return Verdict::accept;
     }
+    // The marks are wanted: scripts look for them.
     list_debug("###file serial = %s\n", share.hd_serial);
     list_debug("###hd serial = %s\n", Text<name_width>{identity_}.c_str());
     return Verdict::skip;
