@@ -24,6 +24,12 @@ void keep_known_entries(char *list, KnowsAccount knows_user, KnowsAccount knows_
   assign(list_field(list), Text<list_width>{known.view(), is_one_empty_name ? "," : ""}.view());
 }
 
+void keep_known_entries(smb_share &share, KnowsAccount knows_user, KnowsAccount knows_group) {
+  for (auto *const list : {share.read_list, share.write_list, share.invalid_users}) {
+    keep_known_entries(list, knows_user, knows_group);
+  }
+}
+
 } // namespace nasshare
 
 using namespace nasshare;

@@ -36,16 +36,6 @@ bool domain_group_exists_or_note(std::string_view name) {
   return lists_or_note("wbinfo -g", name, most_groups, begins_with_own_name);
 }
 
-void keep_known(char *list) {
-  keep_known_entries(list, domain_user_exists_or_note, domain_group_exists_or_note);
-}
-
-void check_share(smb_share &share) {
-  keep_known(share.read_list);
-  keep_known(share.write_list);
-  keep_known(share.invalid_users);
-}
-
 } // namespace
 } // namespace nasshare
 
@@ -61,11 +51,13 @@ int ads_check_group(const char *name) {
 
 void ads_run_check_samba_list(char *list) {
   const ListWatch watch(list);
-  keep_known(list);
+  keep_known_entries(list, domain_user_exists_or_note, domain_group_exists_or_note);
 }
 
 void ads_check_user_group(void) {
   const LoadWatch watch(LoadWatch::Extent::more);
-  std::ranges::for_each(each(*pss), check_share);
+  for (auto &share : each(*pss)) {
+    keep_known_entries(share, domain_user_exists_or_note, domain_group_exists_or_note);
+  }
   remove_empty_share_node();
 }

@@ -12,10 +12,6 @@
 namespace nasshare {
 namespace {
 
-void keep_known(char *list) {
-  keep_known_entries(list, user_exists_or_note, group_exists_or_note);
-}
-
 // Whoever the everyone list covers need not stand in the others.
 void leave_to_everyone(std::string_view everyone_list, std::initializer_list<char *> others) {
   record_accounts_or_note(everyone_list);
@@ -24,9 +20,7 @@ void leave_to_everyone(std::string_view everyone_list, std::initializer_list<cha
 }
 
 void check_share(smb_share &share) {
-  keep_known(share.read_list);
-  keep_known(share.write_list);
-  keep_known(share.invalid_users);
+  keep_known_entries(share, user_exists_or_note, group_exists_or_note);
   if (view(share.write_list) == everyone) {
     leave_to_everyone(share.write_list, {share.read_list});
   }

@@ -1,5 +1,5 @@
-// Values of the configuration database on which it depends what is stored or published. That the database
-// could not be read is noted.
+// Values of the configuration database. What is stored and what is published depends on them: that the
+// database could not be read is noted.
 #pragma once
 
 #include "base/watch.h"
