@@ -38,12 +38,10 @@ restore_kept_folders() {
 cover_folders() {
   local folder options
   [[ -L /var/run || ! -d /var/run ]] || covered+=(/var/run)
-  for folder in "${covered[@]}"; do
+  for folder in "${covered[@]}" /dev /etc; do
     [[ -d $folder ]] || continue
     options=mode=0755
     [[ $folder != /tmp ]] || options=mode=1777
     mount -t tmpfs -o "$options" appliance "$folder" || fail "$folder cannot be covered"
   done
-  mkdir -p /run/lock /run/samba
-  [[ ! -d /var/lib/samba ]] || mkdir -m 0700 /var/lib/samba/private
 }
