@@ -3,6 +3,7 @@
 
 #include "base/text.h"
 #include "base/watch.h"
+#include "model/load_verdict.h"
 #include "nasshare/acl.h"
 
 #include <cerrno>
@@ -36,9 +37,11 @@ bool group_exists_or_note(std::string_view name) {
 using namespace nasshare;
 
 int check_user(const char *name) {
+  const LoadWatch watch;
   return is_known_or_note(getpwnam, name) ? 1 : 0;
 }
 
 int check_group(const char *name) {
+  const LoadWatch watch;
   return is_known_or_note(getgrnam, name) ? 1 : 0;
 }

@@ -12,7 +12,7 @@ void rebuld_input_data(smb_share *record) {
   if (record == nullptr) {
     return;
   }
-  const ListWatch watch(record);
+  const LoadWatch watch;
   const auto readers = view(record->read_list);
   const bool all_write = view(record->write_list) == everyone;
   const bool all_denied = view(record->invalid_users) == everyone;

@@ -35,6 +35,6 @@ void keep_known_entries(smb_share &share, KnowsAccount knows_user, KnowsAccount 
 using namespace nasshare;
 
 void run_check_samba_list(char *list) {
-  const ListWatch watch(list);
+  const LoadWatch watch;
   keep_known_entries(list, user_exists_or_note, group_exists_or_note);
 }

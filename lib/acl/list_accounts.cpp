@@ -3,6 +3,7 @@
 
 #include "acl/access_list.h"
 #include "acl/account_walk.h"
+#include "acl/name_records.h"
 #include "nasshare/acl.h"
 
 namespace nasshare {
@@ -37,6 +38,7 @@ void retrieve_user_from_group(const char *name) {
   if (name == nullptr) {
     return;
   }
+  const Watch watch(name_trouble());
   if (is_group(name)) {
     record_members_or_note(name + 1);
   } else {

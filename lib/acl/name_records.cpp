@@ -1,8 +1,23 @@
 // The name records: plain names, the scratch of the list checks, and the DFS groups while they are loaded.
+#include "acl/name_records.h"
+
 #include "base/debug.h"
 #include "base/linked_list.h"
 #include "base/text.h"
 #include "nasshare/acl.h"
+
+namespace nasshare {
+namespace {
+
+Trouble names_came_with;
+
+} // namespace
+
+Trouble &name_trouble() {
+  return names_came_with;
+}
+
+} // namespace nasshare
 
 using namespace nasshare;
 
@@ -14,6 +29,7 @@ int Is_Name_Empty(void) {
 }
 
 smb_name_node *Insert_Name_Node(const char *name) {
+  const Watch watch(names_came_with);
   auto *const node = name == nullptr ? nullptr : new_node_or_note<smb_name_node>();
   if (node != nullptr) {
     assign(node->name, name);
@@ -35,6 +51,7 @@ void Delete_Name_Node(smb_name_node *node) {
 
 void Free_Name_List(void) {
   clear(*pnl);
+  names_came_with = {};
 }
 
 void Print_Name_List(void) {

@@ -1,4 +1,6 @@
 // The permission records: on which shares one account's permission changes, and to what.
+#include "acl/permission_records.h"
+
 #include "acl/permission.h"
 #include "base/linked_list.h"
 #include "base/text.h"
@@ -8,7 +10,10 @@
 namespace nasshare {
 namespace {
 
+Trouble permissions_came_with;
+
 smb_acnt_node *append_share(std::string_view share, std::uint32_t permission) {
+  const Watch watch(permissions_came_with);
   auto *const node = is_automatic_name(share) ? nullptr : get_acnt_node();
   if (node != nullptr) {
     assign(node->name, share);
@@ -30,6 +35,11 @@ void append_shares(std::string_view names, std::uint32_t permission) {
 }
 
 } // namespace
+
+Trouble &permission_trouble() {
+  return permissions_came_with;
+}
+
 } // namespace nasshare
 
 using namespace nasshare;
@@ -59,4 +69,5 @@ void ac_put_acnt(const smb_ac_node *record) {
 
 void free_acnt_list(void) {
   clear(*pal);
+  permissions_came_with = {};
 }

@@ -3,6 +3,7 @@
 #include "acl/access_list.h"
 #include "acl/accounts.h"
 #include "model/domain_mode.h"
+#include "model/load_verdict.h"
 #include "nasshare/acl.h"
 
 namespace nasshare {
@@ -45,6 +46,7 @@ void convert_list(char *list) {
   if (!is_given(list)) {
     return;
   }
+  const LoadWatch watch;
   if (is_domain_mode()) {
     convert_domain_list(list_field(list));
   } else {

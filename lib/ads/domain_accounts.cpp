@@ -42,20 +42,22 @@ bool domain_group_exists_or_note(std::string_view name) {
 using namespace nasshare;
 
 int ads_check_user(const char *name) {
+  const LoadWatch watch;
   return name != nullptr && domain_user_exists_or_note(name) ? 1 : 0;
 }
 
 int ads_check_group(const char *name) {
+  const LoadWatch watch;
   return name != nullptr && domain_group_exists_or_note(name) ? 1 : 0;
 }
 
 void ads_run_check_samba_list(char *list) {
-  const ListWatch watch(list);
+  const LoadWatch watch;
   keep_known_entries(list, domain_user_exists_or_note, domain_group_exists_or_note);
 }
 
 void ads_check_user_group(void) {
-  const LoadWatch watch(LoadWatch::Extent::more);
+  const LoadWatch watch;
   for (auto &share : each(*pss)) {
     keep_known_entries(share, domain_user_exists_or_note, domain_group_exists_or_note);
   }

@@ -6,10 +6,20 @@
 
 namespace nasshare {
 
-// Longer than every field, so that a text that fits none matches none. A null one counts as empty.
-class Argument : public Text<list_width + name_width> {
+class Argument {
 public:
-  explicit Argument(const char *text) : Text{text == nullptr ? "" : text} {}
+  // A null text counts as empty. One that is longer than every field of a record lies in none, and stays
+  // where it is.
+  explicit Argument(const char *text) : text_(text == nullptr ? "" : text), copy_{text_} {}
+  Argument(const Argument &) = delete;
+  Argument &operator=(const Argument &) = delete;
+
+  [[nodiscard]] const char *c_str() const { return copy_.is_whole() ? copy_.c_str() : text_; }
+  [[nodiscard]] std::string_view view() const { return c_str(); }
+
+private:
+  const char *text_;
+  Text<list_width> copy_;
 };
 
 } // namespace nasshare

@@ -30,16 +30,26 @@ Watch::Watch(Scope scope) : outer_(innermost), scope_(scope) {
   innermost = this;
 }
 
+Watch::Watch(Trouble &kept) : outer_(innermost), kept_(&kept) {
+  innermost = this;
+}
+
 Watch::~Watch() {
   innermost = outer_;
-  if (scope_ == Scope::shared) {
-    note(seen_);
+}
+
+void Watch::see(const Trouble &trouble) {
+  seen_ |= trouble;
+  if (kept_ != nullptr) {
+    *kept_ |= trouble;
   }
 }
 
 void note(const Trouble &trouble) {
-  if (innermost != nullptr) {
-    innermost->seen_ |= trouble;
+  auto *watch = innermost;
+  while (watch != nullptr) {
+    watch->see(trouble);
+    watch = watch->scope_ == Watch::Scope::apart ? nullptr : watch->outer_;
   }
 }
 

@@ -16,13 +16,16 @@ struct Trouble {
   Trouble &operator|=(const Trouble &other);
 };
 
-// Watches lie within each other as the blocks that hold them do. What one has seen is seen by the one around
-// it too, unless it watches apart, for what concerns nothing that is stored or published.
+// Watches lie within each other as the blocks that hold them do. What one sees is seen by the one around it
+// too, unless it watches apart, for what concerns nothing that is stored or published.
 class Watch {
 public:
   enum class Scope { shared, apart };
 
   explicit Watch(Scope scope = Scope::shared);
+  // A watch whose verdict is kept for a write that comes later, added to what is kept there already. It is
+  // kept at once, since an operation may end the process.
+  explicit Watch(Trouble &kept);
   Watch(const Watch &) = delete;
   Watch &operator=(const Watch &) = delete;
   ~Watch();
@@ -32,24 +35,15 @@ public:
 private:
   friend void note(const Trouble &trouble);
 
+  void see(const Trouble &trouble);
+
   Watch *outer_;
-  Scope scope_;
+  Scope scope_ = Scope::shared;
+  Trouble *kept_ = nullptr;
   Trouble seen_;
 };
 
-// A watch whose verdict is kept when it ends, added to what was kept before, for a write that comes later.
-class KeptWatch : public Watch {
-public:
-  explicit KeptWatch(Trouble &kept) : kept_(kept) {}
-  KeptWatch(const KeptWatch &) = delete;
-  KeptWatch &operator=(const KeptWatch &) = delete;
-  ~KeptWatch() { kept_ |= seen(); }
-
-private:
-  Trouble &kept_;
-};
-
-// Each of these tells the innermost watch; nobody when there is none.
+// Each of these tells the innermost watch, and so those around it; nobody when there is none.
 void note(const Trouble &trouble);
 void note_doubt();
 void note_lack();

@@ -23,7 +23,7 @@ int WholeFile::read(const char *path) {
     return errno;
   }
   if (!S_ISREG(status.st_mode) || status.st_size > INT_MAX) {
-    return EINVAL;
+    return S_ISDIR(status.st_mode) ? EISDIR : EINVAL;
   }
   const auto size = static_cast<std::size_t>(status.st_size);
   bytes_.reset(static_cast<char *>(std::malloc(size + 1)));

@@ -44,7 +44,7 @@ void check_user_group(void) {
   if (is_domain_mode()) {
     return; // the domain's accounts are checked against winbind instead
   }
-  const LoadWatch watch(LoadWatch::Extent::more);
+  const LoadWatch watch;
   std::ranges::for_each(each(*pss), check_share);
   remove_empty_share_node();
 }

@@ -1,6 +1,7 @@
 // One account's permissions on the listed shares: what becomes of each share's lists.
 #include "acl/access_list.h"
 #include "acl/permission.h"
+#include "acl/permission_records.h"
 #include "base/argument.h"
 #include "base/debug.h"
 #include "base/linked_list.h"
@@ -120,7 +121,8 @@ void modify_config_permision(const char *account) {
   if (!is_list_entry(account)) {
     return;
   }
-  const LoadWatch watch(LoadWatch::Extent::more);
+  const LoadWatch watch;
+  note(permission_trouble());
   const Argument changed(account); // the name records are scratch here
   smb_share *share = nullptr;
   for (const auto &change : each(*pal)) {

@@ -32,7 +32,7 @@ void get_samba_info(void) {
 
 void get_samba_info2(void) {
   load_catalogue_or_note();
-  const LoadWatch watch(LoadWatch::Extent::more);
+  const LoadWatch watch;
   const FileServices services;
   for (auto &share : each(*pss)) {
     if (services.forbid_oplocks_or_note(share.path)) {
@@ -42,7 +42,7 @@ void get_samba_info2(void) {
 }
 
 void check_hd(void) {
-  const LoadWatch watch(LoadWatch::Extent::more);
+  const LoadWatch watch;
   read_global_setting();
   get_hd_raid_info(pss);
   get_HD_share_name(pss);

@@ -46,10 +46,10 @@ bool RecordAdoption::accepts(const smb_share &record) {
   return serial == (is_array_identity(serial) ? identity_ : bay_serial_);
 }
 
-bool RecordAdoption::may_be_own(const smb_share &record, std::string_view stored_path) const {
+bool RecordAdoption::may_be_own(const smb_share &record) const {
   const int other = 1 - volume_;
   const bool is_others = is_present(*pss, other) && view(record.hd_serial) == view(pss->vol_comp_str[other]);
-  return !is_known_identity(identity_) && !is_others && contains(stored_path, mount_point(volume_));
+  return !is_known_identity(identity_) && !is_others;
 }
 
 bool RecordAdoption::retag_or_note(smb_share &record) const {

@@ -22,7 +22,7 @@ public:
 
   // Whether a record that is not accepted may be the volume's own all the same, since the volume does not
   // tell today which one it is. What is skipped now is gone with the next store.
-  [[nodiscard]] bool may_be_own(const smb_share &record, std::string_view stored_path) const;
+  [[nodiscard]] bool may_be_own(const smb_share &record) const;
 
   // Tags an accepted record of a converted volume as what the volume is now; false when its folder was not
   // taken along.

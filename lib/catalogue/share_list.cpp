@@ -4,6 +4,7 @@
 #include "base/debug.h"
 #include "base/linked_list.h"
 #include "base/text.h"
+#include "model/load_verdict.h"
 #include "nasshare/acl.h"
 #include "nasshare/catalogue.h"
 
@@ -75,6 +76,7 @@ smb_share *Insert_Smb_Node(const smb_share *record) {
   if (record == nullptr) {
     return nullptr;
   }
+  const LoadWatch watch;
   const auto name = listed_name(*record);
   if (auto *const listed = find_share(name)) {
     return listed;

@@ -3,6 +3,7 @@
 #include "base/debug.h"
 #include "base/linked_list.h"
 #include "base/watch.h"
+#include "base/xml_characters.h"
 #include "catalogue/loading.h"
 #include "catalogue/storable_record.h"
 #include "catalogue/storing.h"
@@ -77,7 +78,7 @@ int add_share(smb_share *record) {
     list_debug("####p->hd_serial [%s]\n", record->hd_serial); // wanted: scripts look for it
   }
   // A drive may report a serial number that no file gives back.
-  if (!is_storable(record->hd_serial) || Insert_Smb_Node(record) == nullptr) {
+  if (!can_xml_hold(view(record->hd_serial)) || Insert_Smb_Node(record) == nullptr) {
     return refuse_change();
   }
   return store_catalogue(change, lock, Listing::yes);
@@ -98,7 +99,7 @@ int mod_share(smb_share *record) {
     return refuse_change();
   }
   place_on_volume(*record);
-  if (!is_storable(record->hd_serial)) {
+  if (!can_xml_hold(view(record->hd_serial))) {
     return refuse_change();
   }
   Modify_Smb_Node(record);

@@ -52,7 +52,7 @@ void read_item(xmlNode *item, int volume, RecordAdoption &adoption) {
   read_child(item, "hd_serial", share.hd_serial);
   adoption.renumber_or_note(share);
   if (!adoption.accepts(share)) {
-    if (adoption.may_be_own(share, ChildText(item, "path").view())) {
+    if (adoption.may_be_own(share) && contains(ChildText(item, "path").view(), mount_point(volume))) {
       note_lack();
     }
     return;
@@ -78,7 +78,7 @@ void read_HD_xml(int volume) {
   if (!is_volume(volume)) {
     return;
   }
-  const LoadWatch watch(LoadWatch::Extent::more);
+  const LoadWatch watch;
   const auto path = system_file(view(pss->vol_hidden_path[volume]), share_xml_name());
   list_debug("read_HD_xml: read xml path = %s\n", path.c_str());
   if (!exists_or_note(path.c_str())) {

@@ -26,7 +26,7 @@ void insert_share(int slot) {
 using namespace nasshare;
 
 void create_usb_share(void) {
-  const LoadWatch watch(LoadWatch::Extent::more);
+  const LoadWatch watch;
   for (const int slot : usb_slots) {
     if (is_mounted_usb(*pss, slot)) {
       insert_share(slot);

@@ -1,6 +1,7 @@
 // The group file: reading it into the name records, and replacing it.
 #include "dfs/group_store.h"
 
+#include "acl/name_records.h"
 #include "base/linked_list.h"
 #include "base/presence.h"
 #include "base/text.h"
@@ -12,7 +13,7 @@ namespace {
 
 constexpr const char *group_file = "/etc/NAS_CFG/smbdfs_group.xml";
 
-Trouble groups_came_with;
+Trouble groups_came_with; // when they were last read
 
 void read_group(xmlNode *item) {
   char name[name_width] = "";
@@ -27,10 +28,11 @@ const Trouble &group_trouble() {
 }
 
 bool store_groups(Form form) {
-  return store_items(group_file, each(*pnl), groups_came_with,
-                     [form](xmlNode *item, const smb_name_node &group) {
-                       return add_value(item, "group", view(group.name), form);
-                     });
+  auto trouble = name_trouble();
+  trouble |= groups_came_with;
+  return store_items(group_file, each(*pnl), trouble, [form](xmlNode *item, const smb_name_node &group) {
+    return add_value(item, "group", view(group.name), form);
+  });
 }
 
 } // namespace nasshare
@@ -39,7 +41,7 @@ using namespace nasshare;
 
 void read_DFS_group_xml(void) {
   groups_came_with = {};
-  const KeptWatch watch(groups_came_with);
+  const Watch watch(groups_came_with);
   if (exists_or_note(group_file)) {
     Free_Name_List();
     each_item_or_note(group_file, read_group);

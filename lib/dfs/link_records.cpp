@@ -1,18 +1,26 @@
 // The list of DFS links: records of host, share, local name and group, known by the last two.
+#include "dfs/link_records.h"
+
 #include "base/argument.h"
 #include "base/debug.h"
 #include "base/linked_list.h"
-#include "dfs/link_store.h"
 #include "nasshare/dfs.h"
 
 namespace nasshare {
 namespace {
+
+Trouble links_came_with;
 
 auto in_group(const Argument &group) {
   return [&group](const smb_dfs_node &link) { return view(link.group) == group.view(); };
 }
 
 } // namespace
+
+const Trouble &link_trouble() {
+  return links_came_with;
+}
+
 } // namespace nasshare
 
 using namespace nasshare;
@@ -39,7 +47,7 @@ void dfs_node_copy(smb_dfs_node *destination, const smb_dfs_node *source) {
 }
 
 void dfs_add_node(const smb_dfs_node *record) {
-  const KeptWatch watch(link_trouble()); // a link for which memory is short is missing in the list
+  const Watch watch(links_came_with);
   auto *const link = record == nullptr ? nullptr : dfs_get_node();
   if (link != nullptr) {
     dfs_node_copy(link, record);
@@ -84,6 +92,7 @@ void dfs_delete_node_by_group(const char *group) {
 
 void dfs_remove_all(void) {
   clear(*pdfs);
+  links_came_with = {};
 }
 
 void dfs_print_all(void) {

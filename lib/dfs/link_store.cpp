@@ -4,6 +4,7 @@
 #include "base/linked_list.h"
 #include "base/presence.h"
 #include "base/text.h"
+#include "dfs/link_records.h"
 #include "nasshare/dfs.h"
 
 namespace nasshare {
@@ -11,7 +12,7 @@ namespace {
 
 constexpr const char *link_file = "/etc/NAS_CFG/smbdfs.xml";
 
-Trouble links_came_with;
+Trouble file_came_with; // when it was last read
 
 void read_link(xmlNode *item) {
   smb_dfs_node link{};
@@ -24,24 +25,21 @@ void read_link(xmlNode *item) {
 
 } // namespace
 
-Trouble &link_trouble() {
-  return links_came_with;
-}
-
 bool store_links(Form form) {
-  return store_items(link_file, each(*pdfs), links_came_with,
-                     [form](xmlNode *item, const smb_dfs_node &link) {
-                       return add_value(item, "host", view(link.host), form) &&
-                              add_value(item, "share", view(link.share), form) &&
-                              add_value(item, "local", view(link.local), form) &&
-                              add_value(item, "group", view(link.group), form);
-                     });
+  auto trouble = link_trouble();
+  trouble |= file_came_with;
+  return store_items(link_file, each(*pdfs), trouble, [form](xmlNode *item, const smb_dfs_node &link) {
+    return add_value(item, "host", view(link.host), form) &&
+           add_value(item, "share", view(link.share), form) &&
+           add_value(item, "local", view(link.local), form) &&
+           add_value(item, "group", view(link.group), form);
+  });
 }
 
 bool can_load_links() {
   read_DFS_xml();
   dfs_remove_all();
-  return !links_came_with;
+  return !file_came_with;
 }
 
 } // namespace nasshare
@@ -49,8 +47,8 @@ bool can_load_links() {
 using namespace nasshare;
 
 void read_DFS_xml(void) {
-  links_came_with = {};
-  const KeptWatch watch(links_came_with);
+  file_came_with = {};
+  const Watch watch(file_came_with);
   if (exists_or_note(link_file)) {
     dfs_remove_all();
     each_item_or_note(link_file, read_link);

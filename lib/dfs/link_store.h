@@ -9,10 +9,8 @@ namespace nasshare {
 // Held from the load to the store of a change.
 inline constexpr const char *dfs_links_lock = "/run/nasshare-dfs-links.lock";
 
-// The trouble that the links in the list came with: then some may be missing, and the list is not stored.
-Trouble &link_trouble();
-
-// Replaces the file with the link list. False, and the old file untouched, on failure.
+// Replaces the file with the link list. False, and the old file untouched, on failure, and when the file or
+// the list came with trouble, so that links may be missing.
 [[nodiscard]] bool store_links(Form form);
 
 // Whether the links can be loaded now. The link list is empty afterwards.

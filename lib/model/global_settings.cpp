@@ -4,6 +4,7 @@
 #include "base/text.h"
 #include "model/dfs_switch.h"
 #include "model/domain_mode.h"
+#include "model/load_verdict.h"
 #include "model/settings.h"
 #include "nasshare/platform.h"
 #include "nasshare/smbconf.h"
@@ -64,6 +65,7 @@ void read_domain() {
 using namespace nasshare;
 
 void read_global_setting(void) {
+  const LoadWatch watch;
   read_names();
   read_dfs_switch_or_note();
   pss->dfs_enable = is_dfs_on() ? 1 : 0;

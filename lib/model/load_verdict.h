@@ -4,31 +4,21 @@
 
 #include "base/watch.h"
 
-#include <optional>
-
 namespace nasshare {
 
-// The trouble that the shares in the list came with.
+// The trouble that the settings and the shares in the list came with.
 const Trouble &load_verdict();
 
-// Watches what puts shares into the list or changes the listed ones.
-class LoadWatch : public KeptWatch {
+// Watches what puts settings and shares into the catalogue, what changes the listed ones, and what changes or
+// judges the entries of access lists: wherever such a list lies, the next call may put it into the catalogue.
+// What answers other questions does not concern it.
+class LoadWatch : public Watch {
 public:
   enum class Extent {
     whole, // the list is loaded anew: what came before is forgotten
     more   // something is added to what is loaded
   };
-  explicit LoadWatch(Extent extent);
-};
-
-// Watches what changes an access list, or a record, that may be a listed share's: only then the catalogue's
-// verdict is concerned.
-class ListWatch {
-public:
-  explicit ListWatch(const void *changed);
-
-private:
-  std::optional<LoadWatch> watch_;
+  explicit LoadWatch(Extent extent = Extent::more);
 };
 
 } // namespace nasshare

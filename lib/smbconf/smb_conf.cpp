@@ -3,7 +3,6 @@
 
 #include "base/debug.h"
 #include "base/in_place.h"
-#include "base/watch.h"
 #include "model/dfs_switch.h"
 #include "model/file_services.h"
 #include "model/load_verdict.h"
@@ -32,10 +31,10 @@ void compose(FILE *file, const FileServices &services) {
 using namespace nasshare;
 
 int create_smb_conf(void) {
-  const Watch watch;
+  const LoadWatch watch; // the lists are converted in place
   const FileServices services;
   trace_debug("afp nfs state is [%d][%d]\n", services.afp ? 1 : 0, services.nfs ? 1 : 0);
-  if (load_verdict().is_doubtful || watch.seen().is_doubtful) {
+  if (load_verdict().is_doubtful) {
     return -1;
   }
   InPlaceFile file(smb_conf_path);

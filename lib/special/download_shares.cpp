@@ -51,7 +51,7 @@ const modx_package *find_package(std::string_view name) {
 using namespace nasshare;
 
 void create_p2p_share(void) {
-  const LoadWatch watch(LoadWatch::Extent::more);
+  const LoadWatch watch;
   pss->list_changed = 1;
   const FileServices services;
   const auto document = load_or_note(p2p_settings);
@@ -65,7 +65,7 @@ void create_amule_share(void) {
   if (smb_check_ps("modx") != 1) {
     return; // the add-on service does not run, or is being restarted
   }
-  const LoadWatch watch(LoadWatch::Extent::more);
+  const LoadWatch watch;
   const FileServices services;
   MODX_COMMAND(1, 0);
   MODX_ReadAllXml();

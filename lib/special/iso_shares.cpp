@@ -127,7 +127,7 @@ void isoMount_readXml(int volume) {
   if (!is_volume(volume)) {
     return;
   }
-  const LoadWatch watch(LoadWatch::Extent::more);
+  const LoadWatch watch;
   const auto *const name = is_domain_mode() ? ".iso_mount_ads.xml" : ".iso_mount.xml";
   const auto path = system_file(view(pss->vol_hidden_path[volume]), name);
   list_debug("read xml path = %s\n", path.c_str());

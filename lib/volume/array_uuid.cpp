@@ -3,6 +3,7 @@
 
 #include "base/lines.h"
 #include "base/text.h"
+#include "model/load_verdict.h"
 #include "nasshare/volume.h"
 
 namespace nasshare {
@@ -29,6 +30,7 @@ int get_raid_uuid(char *destination, const char *device) {
   if (destination == nullptr || device == nullptr || !is_plain_device(device)) {
     return -1;
   }
+  const LoadWatch watch;
   const Text<path_width> command{"mdadm -D ", device};
   CommandLines mdadm(command.c_str());
   for (const auto line : mdadm) {

@@ -3,6 +3,7 @@
 #include "base/owners.h"
 #include "base/text.h"
 #include "base/watch.h"
+#include "model/load_verdict.h"
 #include "nasshare/volume.h"
 
 #include <array>
@@ -66,6 +67,7 @@ void get_serial_number(char *destination, const char *device_name) {
   if (destination == nullptr || device_name == nullptr) {
     return;
   }
+  const LoadWatch watch;
   const std::span field(destination, serial_width);
   const Text<path_width> path{"/dev/", device_name};
   const Descriptor device(open(path.c_str(), O_RDWR | O_NONBLOCK | O_CLOEXEC));

@@ -2,6 +2,7 @@
 // out.
 #include "base/debug.h"
 #include "base/text.h"
+#include "model/load_verdict.h"
 #include "model/volume_identity.h"
 #include "model/volume_kind.h"
 #include "model/volumes.h"
@@ -109,6 +110,7 @@ void get_hd_raid_info(smb_catalogue *table) {
   if (table == nullptr) {
     return;
   }
+  const LoadWatch watch;
   clear_volume_table(*table);
   if (read_mtab(*table)) {
     report_mounts(*table);

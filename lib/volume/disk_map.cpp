@@ -4,6 +4,7 @@
 #include "base/debug.h"
 #include "base/lines.h"
 #include "base/text.h"
+#include "model/load_verdict.h"
 #include "model/volumes.h"
 #include "nasshare/volume.h"
 
@@ -58,6 +59,7 @@ int get_scsi_map(smb_catalogue *table) {
   if (table == nullptr) {
     return -1;
   }
+  const LoadWatch watch;
   CommandLines scan("sg_scan /dev/sda /dev/sdb /dev/sdc /dev/sdd /dev/sde /dev/sdf /dev/sdg /dev/sdh"
                     " /dev/sdi /dev/sdj /dev/sdk /dev/sdl /dev/sdm /dev/sdn /dev/sdo /dev/sdp");
   for (const auto line : scan) {

@@ -3,6 +3,7 @@
 #include "base/owners.h"
 #include "base/text.h"
 #include "base/watch.h"
+#include "model/load_verdict.h"
 #include "model/network_interface.h"
 #include "nasshare/volume.h"
 
@@ -45,6 +46,7 @@ void get_serial_number2(char *destination, int slot) {
   if (destination == nullptr) {
     return;
   }
+  const LoadWatch watch;
   const Descriptor socket_fd(socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0));
   if (!socket_fd) {
     note_setting_error();

@@ -3,6 +3,7 @@
 
 #include "base/lines.h"
 #include "base/text.h"
+#include "model/load_verdict.h"
 #include "model/volume_kind.h"
 #include "model/volumes.h"
 #include "nasshare/volume.h"
@@ -49,6 +50,7 @@ std::int32_t array_kind(std::string_view line, std::string_view md_name, std::in
 using namespace nasshare;
 
 int parse_raid_info(smb_catalogue *table, int volume, const char *md_name) {
+  const LoadWatch watch;
   FileLines mdstat("/proc/mdstat");
   if (!mdstat.is_open() || table == nullptr || md_name == nullptr || !is_volume(volume)) {
     return -1;

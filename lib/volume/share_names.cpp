@@ -5,6 +5,7 @@
 #include "base/presence.h"
 #include "base/text.h"
 #include "model/automatic_shares.h"
+#include "model/load_verdict.h"
 #include "model/usb_slot.h"
 #include "model/volumes.h"
 #include "nasshare/volume.h"
@@ -92,6 +93,7 @@ void get_HD_share_name(smb_catalogue *table) {
   if (table == nullptr) {
     return;
   }
+  const LoadWatch watch;
   if (!exists_or_note(shared_name)) {
     set_default_names(*table);
     return;
