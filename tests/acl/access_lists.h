@@ -1,6 +1,5 @@
-/* Access lists in fields of their own, and the contents of the name list. */
-#ifndef NASSHARE_TESTS_ACCESS_LISTS_H
-#define NASSHARE_TESTS_ACCESS_LISTS_H
+// Access lists in fields of their own, and the contents of the name list.
+#pragma once
 
 #include "nasshare/acl.h"
 
@@ -11,16 +10,19 @@
 #include <string_view>
 #include <vector>
 
+namespace nasshare::tests {
+
 constexpr std::string_view everyone = "#nobody#,#@allaccount#";
 
-/* Puts the text into a field of a record; it has to fit. */
-template <size_t width> void put(char (&field)[width], std::string_view text) {
-  if (text.size() >= width)
+// Puts the text into a field of a record; it has to fit.
+template <std::size_t width> void put(char (&field)[width], std::string_view text) {
+  if (text.size() >= width) {
     throw std::length_error("text does not fit into its field");
+  }
   std::fill(std::copy(text.begin(), text.end(), field), field + width, '\0');
 }
 
-/* Exactly the 12288 bytes that a list has, so that the sanitizer sees every byte beyond them. */
+// Exactly the 12288 bytes that a list has, so that the sanitizer sees every byte beyond them.
 class AccessList {
 public:
   explicit AccessList(std::string_view text) : field_(12288, '\0') {
@@ -33,7 +35,7 @@ private:
   std::vector<char> field_;
 };
 
-/* The names u0000, u0001, ... as entries. 1536 of them are 12287 bytes, a list that fills its field. */
+// The names u0000, u0001, ... as entries. 1536 of them are 12287 bytes, a list that fills its field.
 inline std::string numbered_entries(int count) {
   std::string list;
   for (int i = 0; i < count; ++i) {
@@ -47,9 +49,10 @@ inline std::string numbered_entries(int count) {
 inline std::vector<std::string> listed_names() {
   std::vector<std::string> names;
   const smb_name_node *node = pnl->count == 0 ? nullptr : pnl->head;
-  for (; node != nullptr; node = node->next)
+  for (; node != nullptr; node = node->next) {
     names.emplace_back(node->name);
+  }
   return names;
 }
 
-#endif
+} // namespace nasshare::tests

@@ -1,19 +1,17 @@
-/* The permissions of one account, carried into the shares of the account list. */
+// The permissions of one account, carried into the shares of the account list.
 #include "access_lists.h"
 #include "appliance.h"
+#include "nasshare/catalogue.h"
+#include "nasshare/support.h"
 #include "output.h"
 #include "share.h"
 
-#include "nasshare/catalogue.h"
-#include "nasshare/support.h"
-
-#include <gtest/gtest.h>
-
 #include <cstring>
-
+#include <gtest/gtest.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
+namespace nasshare::tests {
 namespace {
 
 constexpr const char *first_file = "/mnt/HD_a4/.systemfile/.smb.xml";
@@ -21,10 +19,10 @@ constexpr const char *second_file = "/mnt/HD_b4/.systemfile/.smb.xml";
 constexpr const char *all = "#nobody#,#@allaccount#";
 constexpr const char *all_of_domain = "#nobody#,#@Domain Users#";
 
-constexpr uint32_t no_list = 0;
-constexpr uint32_t to_read = 1;
-constexpr uint32_t to_write = 2;
-constexpr uint32_t to_deny = 3;
+constexpr std::uint32_t no_list = 0;
+constexpr std::uint32_t to_read = 1;
+constexpr std::uint32_t to_write = 2;
+constexpr std::uint32_t to_deny = 3;
 
 struct Lists {
   std::string readers, writers, denied;
@@ -35,7 +33,7 @@ std::ostream &operator<<(std::ostream &out, const Lists &lists) {
   return out << "R [" << lists.readers << "] W [" << lists.writers << "] I [" << lists.denied << "]";
 }
 
-/* A listed share with exactly these lists, without what inserting makes of them. */
+// A listed share with exactly these lists, without what inserting makes of them.
 smb_share *listed(const char *name, const Lists &lists) {
   smb_share *share = Insert_Smb_Node(Share{name});
   std::strcpy(share->read_list, lists.readers.c_str());
@@ -51,8 +49,8 @@ Lists lists_of(const char *name) {
   return share == nullptr ? removed : Lists{share->read_list, share->write_list, share->invalid_users};
 }
 
-/* The lists of a share once that account got that permission on it. */
-Lists changed(const Lists &before, const char *account, uint32_t permission) {
+// The lists of a share once that account got that permission on it.
+Lists changed(const Lists &before, const char *account, std::uint32_t permission) {
   Free_All_List();
   free_acnt_list();
   listed("Music", before);
@@ -63,7 +61,7 @@ Lists changed(const Lists &before, const char *account, uint32_t permission) {
 
 struct Row {
   Lists before;
-  uint32_t permission;
+  std::uint32_t permission;
   Lists after;
 };
 
@@ -75,9 +73,7 @@ void expect_for_alice(const std::vector<Row> &rows) {
   }
 }
 
-} // namespace
-
-/* ---- Explicit lists. ---- */
+// ---- Explicit lists
 
 TEST(AccountChanges, TheAccountMovesToTheListOfItsPermission) {
   expect_for_alice({
@@ -133,9 +129,9 @@ TEST(AccountChanges, ExplicitListsInADomainAreChangedTheSameWay) {
   });
 }
 
-/* The value that means everyone to a domain's members is a list like any other here. */
+// The value that means everyone to a domain's members is a list like any other here.
 TEST(AccountChanges, TheDomainsEveryoneIsAnExplicitList) {
-  for (int mode : {0, 1}) {
+  for (const int mode : {0, 1}) {
     SCOPED_TRACE(mode);
     pss->ads_enable = mode;
     const std::string longer = std::string(all_of_domain) + ",#alice#";
@@ -168,7 +164,7 @@ TEST(AccountChanges, AnOverlongAccountIsInNoList) {
   EXPECT_EQ(changed({"", all, ""}, account.c_str(), to_deny), (Lists{"", all, ""}));
 }
 
-/* ---- Everyone, outside a domain. ---- */
+// ---- Everyone, outside a domain
 
 TEST(AccountChanges, EveryoneBecomesEveryoneElse) {
   expect_for_alice({
@@ -193,7 +189,7 @@ TEST(AccountChanges, WhatTheListHeldThatTakesTheAccountIsLost) {
   });
 }
 
-/* Nor is the account removed from the lists that are not its permission's. */
+// Nor is the account removed from the lists that are not its permission's.
 TEST(AccountChanges, TheOtherListsOfAnOpenShareStay) {
   expect_for_alice({
       {{"#alice#", all, "#nobody#,#alice#"}, no_list, {"#alice#", "#bob#,#carol#", "#nobody#,#alice#"}},
@@ -226,8 +222,9 @@ TEST(AccountChanges, OfSeveralOpenListsTheFirstIsMadeExplicit) {
 
 TEST(AccountChanges, EveryoneElseLeavesOutTheSystemsOwnAccounts) {
   Appliance machine;
-  for (const char *name : {"ftp", "admin", "sshd", "squeezecenter", "z700"})
+  for (const char *name : {"ftp", "admin", "sshd", "squeezecenter", "z700"}) {
     machine.user(name, 2000, 500);
+  }
   EXPECT_EQ(changed({all, "", ""}, "bob", no_list), (Lists{"#alice#,#carol#,#z700#", "", ""}));
   EXPECT_EQ(changed({all, "", ""}, "no such user", to_deny),
             (Lists{"#alice#,#bob#,#carol#,#z700#", "", "#no such user#"}));
@@ -248,7 +245,7 @@ TEST(AccountChanges, AnyModeButOneIsOutsideADomain) {
   EXPECT_EQ(changed({all, "", ""}, "alice", to_write), (Lists{"#bob#,#carol#", "#alice#", ""}));
 }
 
-/* ---- Everyone, in a domain. ---- */
+// ---- Everyone, in a domain
 
 TEST(AccountChanges, InADomainTheAccountIsAllThatIsLeftOfAnOpenShare) {
   pss->ads_enable = 1;
@@ -264,11 +261,12 @@ TEST(AccountChanges, InADomainTheAccountIsAllThatIsLeftOfAnOpenShare) {
   });
 }
 
-/* ---- The account list. ---- */
+// ---- The account list
 
 TEST(AccountChanges, EveryShareOfTheAccountListIsChangedInItsOrder) {
-  for (const char *name : {"A", "B", "C", "D"})
+  for (const char *name : {"A", "B", "C", "D"}) {
     listed(name, {"#alice#", "#bob#", ""});
+  }
   insert_acnt_node("C", to_write);
   insert_acnt_node("A", no_list);
   insert_acnt_node("B", to_deny);
@@ -316,7 +314,7 @@ TEST(AccountChanges, WithoutAnAccountNothingIsChanged) {
   EXPECT_EQ(lists_of("Music"), (Lists{"#alice#", "", ""}));
 }
 
-/* ---- Shares that nobody can reach. ---- */
+// ---- Shares that nobody can reach
 
 TEST(AccountChanges, AShareWithoutAnyoneIsRemoved) {
   expect_for_alice({
@@ -351,10 +349,10 @@ TEST(AccountChanges, ALastShareThatIsUnknownLeavesTheOthersAsTheyAre) {
   EXPECT_EQ(lists_of("Denied"), (Lists{"", "", "#carol#"}));
 }
 
-/* ---- Debug output. ---- */
+// ---- Debug output
 
 TEST(AccountChanges, TheListsArePrintedWhenTheFlagIsOne) {
-  for (int flag : {0, 1, 2}) {
+  for (const int flag : {0, 1, 2}) {
     SCOPED_TRACE(flag);
     Free_All_List();
     free_acnt_list();
@@ -375,7 +373,7 @@ TEST(AccountChanges, TheListsArePrintedWhenTheFlagIsOne) {
 }
 
 TEST(AccountChanges, AnOpenListThatIsMadeExplicitIsPrintedWhenTheFlagIsOne) {
-  for (int flag : {0, 1, 2}) {
+  for (const int flag : {0, 1, 2}) {
     SCOPED_TRACE(flag);
     smb_dbg_flag = flag;
     EXPECT_EQ(output_of([] {
@@ -391,7 +389,7 @@ TEST(AccountChanges, AnOpenListThatIsMadeExplicitIsPrintedWhenTheFlagIsOne) {
 }
 
 TEST(AccountChanges, DoingNothingIsSaidWhenTheFlagIsOne) {
-  for (int flag : {0, 1, 2}) {
+  for (const int flag : {0, 1, 2}) {
     SCOPED_TRACE(flag);
     smb_dbg_flag = flag;
     EXPECT_EQ(output_of([] { changed({all, "", ""}, "alice", to_read); }), flag == 1 ? "[do nothing]\n" : "");
@@ -400,7 +398,7 @@ TEST(AccountChanges, DoingNothingIsSaidWhenTheFlagIsOne) {
 
 TEST(AccountChanges, InADomainTheListsArePrintedWhenTheFlagIsOne) {
   pss->ads_enable = 1;
-  for (int flag : {0, 1, 2}) {
+  for (const int flag : {0, 1, 2}) {
     SCOPED_TRACE(flag);
     smb_dbg_flag = flag;
     EXPECT_EQ(output_of([] {
@@ -413,12 +411,17 @@ TEST(AccountChanges, InADomainTheListsArePrintedWhenTheFlagIsOne) {
   }
 }
 
-/* ---- The whole operation. ---- */
+// ---- The whole operation
 
-namespace {
-
-/* What sync finds: the temporary file, the service command's call. */
+// What sync finds: the temporary file, the service command's call.
 std::string found_by_sync;
+
+void look_around_at_sync() {
+  found_by_sync = std::string(exists("/tmp/.smb.xml") ? "temporary file\n" : "") + transcript();
+  if (exists(first_file)) {
+    found_by_sync += read_file(first_file);
+  }
+}
 
 Share stored(const char *name) {
   return Share{name}
@@ -430,7 +433,7 @@ Share stored(const char *name) {
       .on_disk("WD-TESTDISK0001");
 }
 
-/* Music is read by alice and bob, Films are for everyone, Photos only for alice. */
+// Music is read by alice and bob, Films are for everyone, Photos only for alice.
 std::vector<Share> stored_shares() {
   return {stored("Music").read("#alice#,#bob#").deny("#nobody#"), stored("Films").everyone(),
           stored("Photos").write("#alice#").deny("#nobody#")};
@@ -445,16 +448,6 @@ Appliance three_shares() {
 void expect_on_both_volumes(const std::vector<Share> &shares) {
   EXPECT_EQ(read_file(first_file), share_xml(shares));
   EXPECT_EQ(read_file(second_file), share_xml(shares));
-}
-
-} // namespace
-
-/* Wins over the C library's. */
-extern "C" __attribute__((visibility("default"))) void sync() noexcept {
-  found_by_sync = std::string(exists("/tmp/.smb.xml") ? "temporary file\n" : "") + transcript();
-  if (exists(first_file))
-    found_by_sync += read_file(first_file);
-  syscall(SYS_sync);
 }
 
 TEST(AccountModification, IsStoredOnEveryVolume) {
@@ -512,7 +505,7 @@ TEST(AccountModification, WithoutAnAccountOrAListNothingIsLoaded) {
   EXPECT_EQ(kernel_requests(), "");
 }
 
-/* Such a name would come back as another one, or as two. */
+// Such a name would come back as another one, or as two.
 TEST(AccountModification, AnAccountThatNoListCanHoldChangesNothing) {
   three_shares();
   insert_acnt_node("Music", to_write);
@@ -528,8 +521,9 @@ TEST(AccountModification, AnAccountThatNoListCanHoldChangesNothing) {
 
 TEST(AccountModification, OfAnAutomaticShareAloneIsNone) {
   three_shares();
-  for (const char *name : {"P2P", "aMule", "USBDisk1_1"})
+  for (const char *name : {"P2P", "aMule", "USBDisk1_1"}) {
     insert_acnt_node(name, to_write);
+  }
   EXPECT_EQ(acnt_mod_share("alice"), 0);
   EXPECT_EQ(transcript(), "");
 }
@@ -567,4 +561,13 @@ TEST(AccountModification, WithoutAVolumeTheProcessEnds) {
   const Ended ended = run_to_exit([] { acnt_mod_share("alice"); });
   EXPECT_FALSE(ended.returned);
   EXPECT_EQ(ended.status, 255);
+}
+
+} // namespace
+} // namespace nasshare::tests
+
+// Wins over the C library's.
+extern "C" [[gnu::visibility("default")]] void sync() noexcept {
+  nasshare::tests::look_around_at_sync();
+  syscall(SYS_sync);
 }

@@ -1,23 +1,24 @@
 // The account list: the shares on which one account's permission changes.
 #include "access_lists.h"
 
-#include <gtest/gtest.h>
-
 #include <cstdlib>
+#include <gtest/gtest.h>
 #include <memory>
 #include <string>
 #include <utility>
 #include <vector>
 
+namespace nasshare::tests {
 namespace {
 
-using Entries = std::vector<std::pair<std::string, uint32_t>>;
+using Entries = std::vector<std::pair<std::string, std::uint32_t>>;
 
 Entries listed() {
   Entries entries;
   const smb_acnt_node *node = pal->count == 0 ? nullptr : pal->head;
-  for (; node != nullptr; node = node->next)
+  for (; node != nullptr; node = node->next) {
     entries.emplace_back(node->name, node->type);
+  }
   return entries;
 }
 
@@ -28,8 +29,6 @@ struct Record : smb_ac_node {
     put(deny, deny_shares);
   }
 };
-
-} // namespace
 
 TEST(AccountList, IsEmptyAtStart) {
   EXPECT_EQ(pal, &acntlist);
@@ -70,8 +69,9 @@ TEST(AccountList, AutomaticSharesAreSkipped) {
 }
 
 TEST(AccountList, NamesThatOnlyResembleAutomaticSharesAreAdded) {
-  for (const char *name : {"P2P_old", "amule", "p2p", "xP2P", "aMule2", "usbdisk1", "USBDisk2_1"})
+  for (const char *name : {"P2P_old", "amule", "p2p", "xP2P", "aMule2", "usbdisk1", "USBDisk2_1"}) {
     insert_acnt_node(name, 1);
+  }
   EXPECT_EQ(listed(), (Entries{{"P2P_old", 1},
                                {"amule", 1},
                                {"p2p", 1},
@@ -158,8 +158,9 @@ TEST(AccountList, AMissingRecordAddsNothing) {
 
 TEST(AccountList, AFullFieldGivesEveryPiece) {
   std::string shares;
-  while (shares.size() + 2 <= 12287)
+  while (shares.size() + 2 <= 12287) {
     shares += "s:";
+  }
   ASSERT_EQ(shares.size(), 12286U);
   shares += "t";
   const Record record(shares.c_str(), "", std::string(12287, 'd').c_str());
@@ -168,3 +169,6 @@ TEST(AccountList, AFullFieldGivesEveryPiece) {
   EXPECT_STREQ(listed()[6143].first.c_str(), "t");
   EXPECT_EQ(listed()[6144].first, std::string(511, 'd'));
 }
+
+} // namespace
+} // namespace nasshare::tests

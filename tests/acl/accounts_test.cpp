@@ -1,11 +1,12 @@
 // check_user and check_group ask the name service.
 #include "appliance.h"
-
 #include "nasshare/acl.h"
 
 #include <gtest/gtest.h>
-
 #include <string>
+
+namespace nasshare::tests {
+namespace {
 
 TEST(Accounts, AUserOfTheMachineExists) {
   EXPECT_EQ(check_user("alice"), 1);
@@ -51,3 +52,6 @@ TEST(Accounts, AMissingNameIsUnknown) {
   EXPECT_EQ(check_user(nullptr), 0);
   EXPECT_EQ(check_group(nullptr), 0);
 }
+
+} // namespace
+} // namespace nasshare::tests

@@ -1,16 +1,15 @@
 // The access-control list: permissions per account, in a head that the host program owns.
 #include "access_lists.h"
-#include "output.h"
-
 #include "nasshare/acl.h"
 #include "nasshare/support.h"
-
-#include <gtest/gtest.h>
+#include "output.h"
 
 #include <cstdlib>
+#include <gtest/gtest.h>
 #include <memory>
 #include <string>
 
+namespace nasshare::tests {
 namespace {
 
 using Node = std::unique_ptr<smb_ac_node, decltype(&std::free)>;
@@ -26,15 +25,13 @@ Node node_of(const std::string &name, const std::string &read = "", const std::s
   return node;
 }
 
-/* The host program's part. */
+// The host program's part.
 class ControlList : public testing::Test {
 protected:
   ControlList() { pacl = &head_; }
   ~ControlList() override { ac_remove_all(); }
   smb_ac_list head_{};
 };
-
-} // namespace
 
 TEST(ControlListOfNoHost, IsEmptyAndTakesNothing) {
   EXPECT_EQ(pacl, nullptr);
@@ -89,8 +86,9 @@ TEST_F(ControlList, AMissingRecordAddsNothing) {
 
 TEST_F(ControlList, The257thRecordIsTheLastThatFits) {
   const Node record = node_of("alice");
-  for (int i = 0; i < 256; ++i)
+  for (int i = 0; i < 256; ++i) {
     ac_add_node(record.get());
+  }
   EXPECT_EQ(head_.count, 256);
   ac_add_node(record.get());
   EXPECT_EQ(head_.count, 257);
@@ -184,7 +182,7 @@ TEST_F(ControlList, IsPrintedForAnyDebugFlagButZero) {
                               "deny  = \n"
                               "exist = -2\n"
                               "\n";
-  for (int flag : {0, 1, 2}) {
+  for (const int flag : {0, 1, 2}) {
     SCOPED_TRACE(flag);
     smb_dbg_flag = flag;
     EXPECT_EQ(output_of(ac_print_all), flag == 0 ? "" : printed);
@@ -202,3 +200,6 @@ TEST_F(ControlList, AFullFieldIsPrintedWhole) {
   EXPECT_NE(output_of(ac_print_all).find("read  = " + std::string(12287, 'r') + "\nwrite = \n"),
             std::string::npos);
 }
+
+} // namespace
+} // namespace nasshare::tests

@@ -1,23 +1,22 @@
 // list_item_compare: drops the entries whose names stand in the name list.
 #include "access_lists.h"
-#include "output.h"
-
 #include "nasshare/support.h"
+#include "output.h"
 
 #include <gtest/gtest.h>
 
+namespace nasshare::tests {
 namespace {
 
 std::string without(const std::vector<std::string> &names, std::string_view text) {
-  for (const std::string &name : names)
+  for (const std::string &name : names) {
     Insert_Name_Node(name.c_str());
+  }
   AccessList list(text);
   list_item_compare(list);
   Free_Name_List();
   return list.text();
 }
-
-} // namespace
 
 TEST(ListItems, AListedNameIsDroppedAndTheChangeIsNoted) {
   EXPECT_EQ(without({"b"}, "#a#,#b#,#c#"), "#a#,#c#");
@@ -70,7 +69,7 @@ TEST(ListItems, ATextOfDelimitersOnlyIsOneEmptyName) {
 }
 
 TEST(ListItems, EveryTokenIsPrintedForAnyDebugFlagButZero) {
-  for (int flag : {0, 1, 2}) {
+  for (const int flag : {0, 1, 2}) {
     SCOPED_TRACE(flag);
     smb_dbg_flag = flag;
     EXPECT_EQ(output_of([] { without({"b"}, "#a#,#b#,#@100%d#"); }), flag == 0
@@ -95,10 +94,12 @@ TEST(ListItems, AFullListStaysWhole) {
 TEST(ListItems, AListThatGrowsEndsWithAWholeEntry) {
   std::string list(12287, 'a');
   std::string grown;
-  for (size_t i = 1; i < list.size(); i += 2)
+  for (std::size_t i = 1; i < list.size(); i += 2) {
     list[i] = ',';
-  for (int i = 0; i < 3072; ++i)
+  }
+  for (int i = 0; i < 3072; ++i) {
     grown += i == 0 ? "#a#" : ",#a#";
+  }
   EXPECT_EQ(grown.size(), 12287U);
   EXPECT_EQ(without({}, list), grown);
 }
@@ -114,3 +115,6 @@ TEST(ListItems, AMissingListIsIgnored) {
   list_item_compare(nullptr);
   EXPECT_EQ(pss->list_changed, 0);
 }
+
+} // namespace
+} // namespace nasshare::tests

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+namespace nasshare::tests {
 namespace {
 
 struct Lists {
@@ -22,14 +23,12 @@ Lists ruled(const std::string &read, const std::string &write, const std::string
   return lists_of(share);
 }
 
-std::string one_long_entry(size_t size) {
+std::string one_long_entry(std::size_t size) {
   return "#" + std::string(size - 2, 'x') + "#";
 }
 
 const std::string all(everyone);
 const std::string full = numbered_entries(1536);
-
-} // namespace
 
 TEST(ListRule, AShareWithoutListsIsOpenToEveryone) {
   EXPECT_EQ(ruled("", "", ""), (Lists{"", all, "", all}));
@@ -184,3 +183,6 @@ TEST(ListRule, FullListsLeaveTheirNeighboursIntact) {
   EXPECT_EQ(share.record().valid_users, full);
   EXPECT_EQ(share.record().recycle_enable, 1);
 }
+
+} // namespace
+} // namespace nasshare::tests

@@ -1,12 +1,12 @@
 // Does a user or a group have an entry in an access list?
 #include "access_lists.h"
 #include "appliance.h"
-#include "output.h"
-
 #include "nasshare/support.h"
+#include "output.h"
 
 #include <gtest/gtest.h>
 
+namespace nasshare::tests {
 namespace {
 
 using Names = std::vector<std::string>;
@@ -16,8 +16,6 @@ const std::string all(everyone);
 void in_a_domain() {
   Appliance{}.config("/system_mgr/samba/ads_enable", "1");
 }
-
-} // namespace
 
 // ---- A name, or the members of a group
 
@@ -42,8 +40,9 @@ TEST(GroupMembers, OfEveryGroupOfThatNameAreTaken) {
 
 TEST(GroupMembers, OfAnUnknownOrEmptyGroupAreNone) {
   Appliance{}.group("empty", 700);
-  for (const char *name : {"@empty", "@unknown", "@Staff", "@staf", "@"})
+  for (const char *name : {"@empty", "@unknown", "@Staff", "@staf", "@"}) {
     retrieve_user_from_group(name);
+  }
   EXPECT_EQ(Is_Name_Empty(), 1);
 }
 
@@ -131,7 +130,7 @@ TEST(Membership, AnswersAlikeForWhateverTheNameListHeld) {
 }
 
 TEST(Membership, TheNamesArePrintedForAnyDebugFlagButZero) {
-  for (int flag : {0, 1, 2}) {
+  for (const int flag : {0, 1, 2}) {
     SCOPED_TRACE(flag);
     smb_dbg_flag = flag;
     EXPECT_EQ(output_of([] { check_user_in_list("#carol#,#@staff#", "bob"); }),
@@ -217,3 +216,6 @@ TEST(DomainMembership, TheNameListStaysAsItWas) {
   EXPECT_EQ(check_user_in_list("#alice#", "alice"), 1);
   EXPECT_EQ(listed_names(), Names{"carol"});
 }
+
+} // namespace
+} // namespace nasshare::tests

@@ -1,10 +1,12 @@
 // The name list: appending, finding, unlinking, printing.
 #include "access_lists.h"
+#include "nasshare/support.h"
 #include "output.h"
 
-#include "nasshare/support.h"
-
 #include <gtest/gtest.h>
+
+namespace nasshare::tests {
+namespace {
 
 using Names = std::vector<std::string>;
 
@@ -133,7 +135,7 @@ TEST(NameList, FreeingLeavesItEmpty) {
 TEST(NameList, IsPrintedForAnyDebugFlagButZero) {
   Insert_Name_Node("alice");
   Insert_Name_Node("100%s");
-  for (int flag : {0, 1, 2}) {
+  for (const int flag : {0, 1, 2}) {
     SCOPED_TRACE(flag);
     smb_dbg_flag = flag;
     EXPECT_EQ(output_of(Print_Name_List), flag == 0 ? "" : "Name = alice\nName = 100%s\n");
@@ -157,3 +159,6 @@ TEST(NameList, ANameIsCutOnAWholeCharacter) {
   const std::string before(510, 'n');
   EXPECT_EQ(Insert_Name_Node((before + "\u00e9t\u00e9").c_str())->name, before);
 }
+
+} // namespace
+} // namespace nasshare::tests

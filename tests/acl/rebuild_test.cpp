@@ -1,13 +1,13 @@
 // Lists that mean "everyone but these" become explicit lists of local accounts.
 #include "access_lists.h"
 #include "appliance.h"
+#include "nasshare/support.h"
 #include "output.h"
 #include "share.h"
 
-#include "nasshare/support.h"
-
 #include <gtest/gtest.h>
 
+namespace nasshare::tests {
 namespace {
 
 const std::string all(everyone);
@@ -24,14 +24,13 @@ Lists rebuilt(const std::string &read, const std::string &write, const std::stri
 }
 
 std::string others(const std::vector<std::string> &names, std::string_view old = "#old#") {
-  for (const std::string &name : names)
+  for (const std::string &name : names) {
     Insert_Name_Node(name.c_str());
+  }
   AccessList list(old);
   EXPECT_EQ(rebuild_user_list_except_input(list), static_cast<char *>(list));
   return list.text();
 }
-
-} // namespace
 
 // ---- All accounts but some
 
@@ -45,8 +44,9 @@ TEST(OtherAccounts, AreNotThoseOfTheNameList) {
 
 TEST(OtherAccounts, NeverNameTheSystemsOwn) {
   Appliance appliance;
-  for (const char *name : {"ftp", "admin", "sshd", "squeezecenter", "ftp2", "daemon"})
+  for (const char *name : {"ftp", "admin", "sshd", "squeezecenter", "ftp2", "daemon"}) {
     appliance.user(name, 700, 700);
+  }
   EXPECT_EQ(others({}), "#alice#,#bob#,#carol#,#ftp2#,#daemon#");
 }
 
@@ -67,7 +67,7 @@ TEST(OtherAccounts, AreReadFromTheStartEveryTime) {
 }
 
 TEST(OtherAccounts, ArePrintedWhenTheDebugFlagIsOne) {
-  for (int flag : {0, 1, 2}) {
+  for (const int flag : {0, 1, 2}) {
     SCOPED_TRACE(flag);
     smb_dbg_flag = flag;
     EXPECT_EQ(output_of([] { others({"bob"}, "#old#,#%s#"); }),
@@ -166,7 +166,7 @@ TEST(InputRecord, SaysWhatItDoesWhenTheDebugFlagIsSet) {
       {{"#alice#", all, all}, "", ""},
   };
   for (const auto &row : rows) {
-    for (int flag : {0, 1, 2}) {
+    for (const int flag : {0, 1, 2}) {
       SCOPED_TRACE(std::string(row.listing) + std::to_string(flag));
       smb_dbg_flag = flag;
       const std::string listing = flag == 0 ? "" : row.listing;
@@ -176,3 +176,6 @@ TEST(InputRecord, SaysWhatItDoesWhenTheDebugFlagIsSet) {
     }
   }
 }
+
+} // namespace
+} // namespace nasshare::tests

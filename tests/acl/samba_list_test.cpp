@@ -2,11 +2,11 @@
 #include "access_lists.h"
 #include "appliance.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
+#include <gtest/gtest.h>
 #include <memory>
 
+namespace nasshare::tests {
 namespace {
 
 std::string converted(std::string_view text) {
@@ -22,12 +22,11 @@ void join(std::string_view workgroup) {
 
 std::string repeated(const std::string &entry, int count) {
   std::string list = entry;
-  for (int i = 1; i < count; ++i)
+  for (int i = 1; i < count; ++i) {
     list += "," + entry;
+  }
   return list;
 }
-
-} // namespace
 
 TEST(SambaList, LocalEntriesAreQuoted) {
   const struct {
@@ -51,7 +50,7 @@ TEST(SambaList, LocalEntriesAreQuoted) {
 }
 
 TEST(SambaList, EveryModeButOneIsLocal) {
-  for (int mode : {0, 2, -1}) {
+  for (const int mode : {0, 2, -1}) {
     pss->ads_enable = mode;
     EXPECT_EQ(converted("#unknown#"), "\"unknown\"");
   }
@@ -156,3 +155,6 @@ TEST(SambaList, AMissingListIsIgnored) {
   convert_list(nullptr);
   EXPECT_EQ(converted("#alice#"), "\"CORP+alice\"");
 }
+
+} // namespace
+} // namespace nasshare::tests

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+namespace nasshare::tests {
 namespace {
 
 using Tokens = std::vector<std::string>;
@@ -10,12 +11,11 @@ using Tokens = std::vector<std::string>;
 Tokens tokens_of(std::string text, const char *delimiters = "#,") {
   Tokens tokens;
   for (char *token = smb_strtok(text.data(), delimiters); token != nullptr;
-       token = smb_strtok(nullptr, delimiters))
+       token = smb_strtok(nullptr, delimiters)) {
     tokens.emplace_back(token);
+  }
   return tokens;
 }
-
-} // namespace
 
 TEST(Tokenizer, YieldsTheNamesOfAList) {
   EXPECT_EQ(tokens_of("#a#,#@g#"), (Tokens{"a", "@g"}));
@@ -133,3 +133,6 @@ TEST(Tokenizer, ACallersWalkIsNotDisturbedByTheLibrarysOwn) {
   EXPECT_EQ(check_user_in_list("#alice#,#bob#", "alice"), 1);
   EXPECT_STREQ(smb_strtok(nullptr, "#,"), "b");
 }
+
+} // namespace
+} // namespace nasshare::tests

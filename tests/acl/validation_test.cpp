@@ -1,13 +1,13 @@
 // What loading does to the access lists: unknown accounts go, redundant entries go, unreachable shares go.
 #include "access_lists.h"
 #include "appliance.h"
+#include "nasshare/support.h"
 #include "output.h"
 #include "share.h"
 
-#include "nasshare/support.h"
-
 #include <gtest/gtest.h>
 
+namespace nasshare::tests {
 namespace {
 
 const std::string all(everyone);
@@ -18,7 +18,7 @@ std::string checked(std::string_view text) {
   return list.text();
 }
 
-/* Puts the share into the catalogue with exactly these lists. */
+// Puts the share into the catalogue with exactly these lists.
 smb_share *listed(const char *name, const std::string &read, const std::string &write,
                   const std::string &deny) {
   Insert_Smb_Node(Share{name});
@@ -32,14 +32,13 @@ smb_share *listed(const char *name, const std::string &read, const std::string &
 std::vector<std::string> listed_shares() {
   std::vector<std::string> names;
   const smb_share *share = pss->count == 0 ? nullptr : pss->head;
-  for (; share != nullptr; share = share->next)
+  for (; share != nullptr; share = share->next) {
     names.emplace_back(share->name);
+  }
   return names;
 }
 
 using Names = std::vector<std::string>;
-
-} // namespace
 
 // ---- One list
 
@@ -93,7 +92,7 @@ TEST(ListCheck, WithoutDatabasesEveryNameIsUnknown) {
 }
 
 TEST(ListCheck, NothingIsNotedOrPrinted) {
-  for (int flag : {0, 1, 2}) {
+  for (const int flag : {0, 1, 2}) {
     smb_dbg_flag = flag;
     EXPECT_EQ(output_of([] { checked("#dave#,#alice#"); }), "");
   }
@@ -117,10 +116,12 @@ TEST(ListCheck, AListThatGrowsEndsWithAWholeEntry) {
   Appliance{}.user("a", 600, 600);
   std::string list = "a";
   std::string grown = "#a#";
-  for (int i = 1; i < 6144; ++i)
+  for (int i = 1; i < 6144; ++i) {
     list += ",a";
-  for (int i = 1; i < 3072; ++i)
+  }
+  for (int i = 1; i < 3072; ++i) {
     grown += ",#a#";
+  }
   ASSERT_EQ(list.size(), 12287U);
   EXPECT_EQ(checked(list), grown);
 }
@@ -254,7 +255,7 @@ TEST(CatalogueCheck, AnEmptyCatalogueStaysEmpty) {
 }
 
 TEST(CatalogueCheck, PrintsTheComparedTokensForAnyDebugFlagButZero) {
-  for (int flag : {0, 1, 2}) {
+  for (const int flag : {0, 1, 2}) {
     SCOPED_TRACE(flag);
     smb_dbg_flag = flag;
     Free_All_List();
@@ -315,3 +316,6 @@ TEST(EmptyShares, NothingHappensInAnEmptyCatalogue) {
   remove_empty_share_node();
   EXPECT_EQ(Is_Smb_Empty(), 1);
 }
+
+} // namespace
+} // namespace nasshare::tests

@@ -1,19 +1,18 @@
-/* Access lists against the accounts that winbind lists. */
-#include "domain_settings.h"
-
+// Access lists against the accounts that winbind lists.
 #include "../acl/access_lists.h"
 #include "../support/descriptor_limit.h"
+#include "domain_settings.h"
+#include "nasshare/ads.h"
+#include "nasshare/support.h"
 #include "output.h"
 #include "share.h"
 
-#include "nasshare/ads.h"
-#include "nasshare/support.h"
-
 #include <gtest/gtest.h>
 
+namespace nasshare::tests {
 namespace {
 
-/* wbinfo with these users and groups. */
+// wbinfo with these users and groups.
 void list_accounts(const std::string &users, const std::string &groups = "") {
   Appliance{}
       .file("/tmp/users", users)
@@ -24,8 +23,9 @@ void list_accounts(const std::string &users, const std::string &groups = "") {
 
 std::string numbered_lines(int count) {
   std::string lines;
-  for (int i = 1; i <= count; ++i)
+  for (int i = 1; i <= count; ++i) {
     lines += "name" + std::to_string(i) + "\n";
+  }
   return lines;
 }
 
@@ -40,17 +40,17 @@ struct Row {
   const char *kept;
 };
 
-} // namespace
-
 // ---- One user, one group
 
 TEST(DomainUser, IsAWholeLineOfWbinfo) {
   list_accounts("guest\nbob\nalice\nmary ann\n", "alice\n");
-  for (const char *name : {"guest", "bob", "alice", "mary ann"})
+  for (const char *name : {"guest", "bob", "alice", "mary ann"}) {
     EXPECT_EQ(ads_check_user(name), 1) << name;
+  }
   for (const char *name :
-       {"ali", "alice2", "lice", "mary", "Alice", "ALICE", "CORP+alice", " alice", "carol", ""})
+       {"ali", "alice2", "lice", "mary", "Alice", "ALICE", "CORP+alice", " alice", "carol", ""}) {
     EXPECT_EQ(ads_check_user(name), 0) << name;
+  }
 }
 
 TEST(DomainUser, IsAskedForWithOneRunOfItsCommand) {
@@ -63,8 +63,9 @@ TEST(DomainGroup, IsAWholeLineOfWbinfo) {
   list_accounts("alice\n", "staff\ndomain users\n");
   EXPECT_EQ(ads_check_group("staff"), 1);
   EXPECT_EQ(ads_check_group("domain users"), 1);
-  for (const char *name : {"@staff", "Staff", "Domain Users", "domain", "alice", ""})
+  for (const char *name : {"@staff", "Staff", "Domain Users", "domain", "alice", ""}) {
     EXPECT_EQ(ads_check_group(name), 0) << name;
+  }
 }
 
 TEST(DomainGroup, IsAskedForWithOneRunOfItsCommand) {
@@ -98,7 +99,7 @@ TEST(DomainAccount, IsUnknownWhenWinbindDoesNotAnswer) {
   Appliance{}.command("wbinfo", recording("domain/wbinfo-u-no-winbindd.stdout"), 1,
                       recording("domain/wbinfo-u-no-winbindd.stderr"));
   in_a_domain();
-  Captured captured;
+  const Captured captured;
   EXPECT_EQ(ads_check_user("alice"), 0);
   EXPECT_EQ(ads_check_group("staff"), 0);
 }
@@ -125,8 +126,9 @@ TEST(DomainUser, TheTicketServiceIsNone) {
 
 TEST(DomainAccount, TheApplianceItselfIsNoneInAnyLetterCase) {
   list_accounts("TARVO-A1B2$\ntarvo-a1b2\nTarvo-a1b2 user\ntarvo-a1b\n", "tarvo-A1B2 group\ntarvo\n");
-  for (const char *name : {"TARVO-A1B2$", "tarvo-a1b2", "Tarvo-a1b2 user"})
+  for (const char *name : {"TARVO-A1B2$", "tarvo-a1b2", "Tarvo-a1b2 user"}) {
     EXPECT_EQ(ads_check_user(name), 0) << name;
+  }
   EXPECT_EQ(ads_check_user("tarvo-a1b"), 1);
   EXPECT_EQ(ads_check_group("tarvo-A1B2 group"), 0);
   EXPECT_EQ(ads_check_group("tarvo"), 1);
@@ -172,7 +174,7 @@ TEST(DomainUser, EmptyLinesCount) {
   EXPECT_EQ(ads_check_user("name799"), 0);
 }
 
-/* Of more than 511 characters: the pieces count one by one. */
+// Of more than 511 characters: the pieces count one by one.
 TEST(DomainUser, OfALongLineEveryPieceIsALine) {
   const std::string whole(510, 'u');
   list_accounts(whole + "\n" + std::string(511, 'v') + "tail\n" + numbered_lines(798));
@@ -254,8 +256,9 @@ TEST(DomainList, AsksAnewForEveryEntry) {
 
 TEST(DomainList, ThatFillsItsFieldStaysInIt) {
   std::string users;
-  for (int i = 0; i < 700; ++i)
+  for (int i = 0; i < 700; ++i) {
     users += "user-of-the-domain-" + std::to_string(1000000 + i) + "\n";
+  }
   list_accounts(users);
   const std::string entry = "#" + std::string(6140, 'x') + "#";
   EXPECT_EQ(checked(entry + ",#user-of-the-domain-1000000#," + std::string(6000, 'y')),
@@ -268,8 +271,8 @@ TEST(DomainList, OneCharacterIsAnEntryToo) {
   EXPECT_EQ(checked("#a#,#b#"), "#a#");
 }
 
-/* A list without any name is an empty name, which an empty line of wbinfo lists; three characters are too few
-   to lose the comma. */
+// A list without any name is an empty name, which an empty line of wbinfo lists; three characters are too few
+// to lose the comma.
 TEST(DomainList, OfDelimitersOnlyIsAnEmptyName) {
   list_accounts("\nalice\n");
   EXPECT_EQ(checked("#,#"), "##,");
@@ -291,20 +294,17 @@ TEST(DomainList, WithoutAListNothingHappens) {
 
 // ---- The share list
 
-namespace {
-
 std::string lists_of(const char *name) {
   const smb_share *share = check_smb_share_name(name);
-  if (share == nullptr)
+  if (share == nullptr) {
     return "no share";
+  }
   return std::string(share->read_list) + "|" + share->write_list + "|" + share->invalid_users;
 }
 
 void insert(const Share &share) {
   ASSERT_NE(Insert_Smb_Node(share), nullptr);
 }
-
-} // namespace
 
 TEST(DomainCheck, GoesThroughTheThreeListsOfEveryShare) {
   list_accounts("alice\nbob\n", "staff\n");
@@ -379,7 +379,7 @@ TEST(DomainCheck, WithTodaysToolsKeepsLowerCaseNames) {
 
 TEST(DomainCheck, PrintsNothing) {
   list_accounts("alice\n");
-  for (int flag : {0, 1, 2}) {
+  for (const int flag : {0, 1, 2}) {
     SCOPED_TRACE(flag);
     smb_dbg_flag = 0;
     insert(Share{"Music"}.write("#alice#,#ghost#"));
@@ -388,3 +388,6 @@ TEST(DomainCheck, PrintsNothing) {
     Free_All_List();
   }
 }
+
+} // namespace
+} // namespace nasshare::tests

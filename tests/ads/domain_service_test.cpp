@@ -1,20 +1,17 @@
-/* Joining and leaving: the commands in their order, the files at each point, the codes. */
-#include "domain_settings.h"
-
+// Joining and leaving: the commands in their order, the files at each point, the codes.
 #include "../support/unopenable.h"
-#include "output.h"
-
+#include "domain_settings.h"
 #include "nasshare/ads.h"
 #include "nasshare/support.h"
-
-#include <gtest/gtest.h>
+#include "output.h"
 
 #include <csignal>
 #include <fstream>
-
+#include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+namespace nasshare::tests {
 namespace {
 
 constexpr const char *nsswitch_conf = "/etc/nsswitch.conf";
@@ -37,12 +34,13 @@ bool has(const std::string &text, const char *part) {
   return text.find(part) != std::string::npos;
 }
 
-/* A domain member whose commands all succeed; smbcom has generated smb.conf before. */
+// A domain member whose commands all succeed; smbcom has generated smb.conf before.
 class DomainService : public testing::Test {
 protected:
   DomainService() {
-    for (const char *name : {"net", "kinit", "winbindd", "wbinfo", "smbcmd", "samba_tmpfs.sh"})
+    for (const char *name : {"net", "kinit", "winbindd", "wbinfo", "smbcmd", "samba_tmpfs.sh"}) {
       machine_.command(name);
+    }
     machine_.command("pidof", "", 1).file(nsswitch_conf, local_nsswitch).file(smb_conf, "[ global ]\n");
     configure_domain(machine_);
   }
@@ -55,8 +53,6 @@ protected:
 
 using Start = DomainService;
 using Stop = DomainService;
-
-} // namespace
 
 // ---- Joining
 
@@ -100,7 +96,7 @@ TEST_F(Start, WithDomainModeOffRunsAndChangesNothing) {
   }
 }
 
-/* The appliance generates smb.conf while accounts still come from its own files. */
+// The appliance generates smb.conf while accounts still come from its own files.
 TEST_F(Start, HasSmbConfGeneratedBeforeTheFilesAreWritten) {
   machine_.script("smbcom", "cat /etc/nsswitch.conf >\"/tmp/nsswitch-at-smbcom$1\"; [ ! -e /etc/krb5.conf ] "
                             "|| : >\"/tmp/krb5-at-smbcom$1\"");
@@ -129,8 +125,9 @@ TEST_F(Start, GivesUpWhenAFileIsMissing) {
   };
   std::string expected;
   for (const auto &lose : losses) {
-    if (!expected.empty())
+    if (!expected.empty()) {
       machine_.remove(nsswitch_conf);
+    }
     lose();
     EXPECT_EQ(ads_start(), 0);
     expected += "smbcv\nsmbcom -g\n";
@@ -138,7 +135,7 @@ TEST_F(Start, GivesUpWhenAFileIsMissing) {
   }
 }
 
-/* What is there already counts, whether or not it could be written. */
+// What is there already counts, whether or not it could be written.
 TEST_F(Start, GoesOnWithAFileThatIsThereAndCannotBeOpened) {
   make_unopenable(krb5_conf);
   EXPECT_EQ(ads_start(), 1);
@@ -164,8 +161,9 @@ TEST_F(Start, EndsAWinbinddThatRuns) {
 }
 
 TEST_F(Start, GoesOnWhateverItsCommandsReturn) {
-  for (const char *name : {"smbcv", "smbcom", "smb", "samba_tmpfs.sh", "winbindd", "wbinfo", "smbcmd"})
+  for (const char *name : {"smbcv", "smbcom", "smb", "samba_tmpfs.sh", "winbindd", "wbinfo", "smbcmd"}) {
     machine_.command(name, "", 1);
+  }
   machine_.command("net", "", 255).command("kinit", "", 1);
   EXPECT_EQ(ads_start(), 1);
   EXPECT_TRUE(has(transcript(), "\nsmbcmd -l\n"));
@@ -220,8 +218,9 @@ TEST_F(Start, WithTodaysToolsJoins) {
 }
 
 TEST_F(Start, DiscardsWhatTheDaemonsPrintAndNothingElse) {
-  for (const char *name : {"smb", "winbindd", "wbinfo"})
+  for (const char *name : {"smb", "winbindd", "wbinfo"}) {
     machine_.command(name, "discarded\n", 0, "discarded\n");
+  }
   machine_.command("smbcv", "from smbcv\n")
       .command("samba_tmpfs.sh", "from samba_tmpfs.sh\n")
       .command("smbcmd", "from smbcmd\n", 0, "error of smbcmd\n")
@@ -308,7 +307,7 @@ TEST_F(Stop, WithoutAKerberosFileIsNoError) {
 
 TEST_F(Stop, WithDomainModeOnChangesNothing) {
   machine_.file(krb5_conf, "kept\n");
-  for (int flag : {0, 1, 2}) {
+  for (const int flag : {0, 1, 2}) {
     SCOPED_TRACE(flag);
     smb_dbg_flag = flag;
     EXPECT_EQ(output_of([] { EXPECT_EQ(ads_stop(), 3); }), "");
@@ -359,8 +358,9 @@ TEST_F(Stop, EndsAWinbinddThatRuns) {
 
 TEST_F(Stop, GoesOnWhateverItsCommandsReturn) {
   switch_domain_mode("0");
-  for (const char *name : {"smbcv", "smbcom", "smb", "samba_tmpfs.sh"})
+  for (const char *name : {"smbcv", "smbcom", "smb", "samba_tmpfs.sh"}) {
     machine_.command(name, "", 1);
+  }
   EXPECT_EQ(ads_stop(), 1);
   EXPECT_TRUE(has(transcript(), "\nsamba_tmpfs.sh 0\n"));
 }
@@ -368,7 +368,7 @@ TEST_F(Stop, GoesOnWhateverItsCommandsReturn) {
 TEST_F(Stop, PrintsNothing) {
   switch_domain_mode("0");
   machine_.command("smb", "discarded\n", 0, "discarded\n");
-  for (int flag : {0, 1, 2}) {
+  for (const int flag : {0, 1, 2}) {
     SCOPED_TRACE(flag);
     smb_dbg_flag = flag;
     Captured captured;
@@ -376,3 +376,6 @@ TEST_F(Stop, PrintsNothing) {
     EXPECT_EQ(captured.out() + captured.err(), "");
   }
 }
+
+} // namespace
+} // namespace nasshare::tests

@@ -1,19 +1,19 @@
-/* The settings of a domain member, in the catalogue object or in the configuration database. */
-#ifndef NASSHARE_TESTS_DOMAIN_SETTINGS_H
-#define NASSHARE_TESTS_DOMAIN_SETTINGS_H
+// The settings of a domain member, in the catalogue object or in the configuration database.
+#pragma once
 
 #include "appliance.h"
-
 #include "nasshare/catalogue.h"
 
 #include <algorithm>
 #include <string_view>
 
-template <size_t size> void set(char (&field)[size], std::string_view text) {
+namespace nasshare::tests {
+
+template <std::size_t size> void set(char (&field)[size], std::string_view text) {
   std::fill(std::copy(text.begin(), text.end(), field), field + size, '\0');
 }
 
-/* As if read from the database: domain CORP, realm CORP.LAN, controller dc1, account Administrator. */
+// As if read from the database: domain CORP, realm CORP.LAN, controller dc1, account Administrator.
 inline void in_a_domain(std::string_view password = "secret") {
   smbshare.ads_enable = 1;
   set(smbshare.netbios_name, "tarvo-a1b2");
@@ -24,7 +24,7 @@ inline void in_a_domain(std::string_view password = "secret") {
   set(smbshare.ads_pwd_server, "dc1");
 }
 
-/* The same in the database. */
+// The same in the database.
 inline void configure_domain(Appliance &machine, std::string_view enabled = "1") {
   machine.config("/system_mgr/samba/workgroup", "workgroup")
       .config("/system_mgr/samba/netbios_name", "tarvo-a1b2")
@@ -37,4 +37,4 @@ inline void configure_domain(Appliance &machine, std::string_view enabled = "1")
       .config("/system_mgr/samba/ads_pwd_server", "dc1");
 }
 
-#endif
+} // namespace nasshare::tests

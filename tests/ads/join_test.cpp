@@ -1,14 +1,13 @@
-/* "net ads join": the command, and the code that its output gives. */
-#include "domain_settings.h"
-
+// "net ads join": the command, and the code that its output gives.
 #include "../support/descriptor_limit.h"
-#include "output.h"
-
+#include "domain_settings.h"
 #include "nasshare/ads.h"
 #include "nasshare/support.h"
+#include "output.h"
 
 #include <gtest/gtest.h>
 
+namespace nasshare::tests {
 namespace {
 
 int join_answered(std::string_view output, int status = 0) {
@@ -21,8 +20,6 @@ struct Answer {
   const char *output;
   int code;
 };
-
-} // namespace
 
 // ---- The command
 
@@ -38,7 +35,7 @@ TEST(Join, KeepsBlanksAndShellCharactersOfThePassword) {
   EXPECT_EQ(transcript(), "net ads join -U Administrator%a b  $HOME `id` \"c\" \\ %s %% ;|&*\n");
 }
 
-/* The argument never closes, so the shell runs nothing; its complaint is not in the output that is read. */
+// The argument never closes, so the shell runs nothing; its complaint is not in the output that is read.
 TEST(Join, WithASingleQuoteInThePasswordNeverReachesNet) {
   Appliance{}.command("net", "Failed to join domain: no\n", 255);
   in_a_domain("it's");
@@ -81,7 +78,7 @@ TEST(Join, ThatCannotBeStartedIsAnotherFailure) {
   EXPECT_EQ(ads_join_domain(), 56);
 }
 
-/* The shell tells it in words that hold no phrase. */
+// The shell tells it in words that hold no phrase.
 TEST(Join, WithoutTheProgramPassesForJoined) {
   Appliance{}.no_command("net");
   in_a_domain();
@@ -173,7 +170,7 @@ TEST(JoinOutput, MayLackTheLastLineEndAndMayHaveOthers) {
   EXPECT_EQ(join_answered("Logon failure\r\n"), 52);
 }
 
-/* A line of 511 characters is read whole; one more begins the next line. */
+// A line of 511 characters is read whole; one more begins the next line.
 TEST(JoinOutput, ALongLineComesInPieces) {
   EXPECT_EQ(join_answered(std::string(498, 'x') + "Logon failure\n"), 52);
   EXPECT_EQ(join_answered(std::string(499, 'x') + "Logon failure\n"), 50);
@@ -235,3 +232,6 @@ TEST(JoinDebug, ComesBeforeACommandThatCannotBeStarted) {
   }
   EXPECT_EQ(captured.out(), "ads join cmd : [net ads join -U 'Administrator%secret' 2>&1]\n");
 }
+
+} // namespace
+} // namespace nasshare::tests

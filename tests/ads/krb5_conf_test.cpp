@@ -1,16 +1,14 @@
-/* /etc/krb5.conf, written whole from the settings. */
-#include "domain_settings.h"
-
+// /etc/krb5.conf, written whole from the settings.
 #include "../support/unopenable.h"
-#include "output.h"
-
+#include "domain_settings.h"
 #include "nasshare/ads.h"
 #include "nasshare/support.h"
+#include "output.h"
 
 #include <gtest/gtest.h>
-
 #include <sys/stat.h>
 
+namespace nasshare::tests {
 namespace {
 
 constexpr const char *krb5_conf = "/etc/krb5.conf";
@@ -53,8 +51,6 @@ std::string krb5_conf_of(const std::string &realm, const std::string &server) {
          "      example.com = " +
          realm + "\n\n";
 }
-
-} // namespace
 
 TEST(Krb5Conf, IsWrittenFromTheSettings) {
   in_a_domain();
@@ -138,9 +134,12 @@ TEST(Krb5Conf, ThatCannotBeOpenedIsSkippedSilently) {
 
 TEST(Krb5Conf, WritingItPrintsNothing) {
   in_a_domain();
-  for (int flag : {0, 1, 2}) {
+  for (const int flag : {0, 1, 2}) {
     SCOPED_TRACE(flag);
     smb_dbg_flag = flag;
     EXPECT_EQ(output_of([] { ads_create_krb5_conf(); }), "");
   }
 }
+
+} // namespace
+} // namespace nasshare::tests

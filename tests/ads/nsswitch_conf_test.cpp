@@ -1,14 +1,13 @@
-/* /etc/nsswitch.conf, in its local and its domain form. */
-#include "domain_settings.h"
-
+// /etc/nsswitch.conf, in its local and its domain form.
 #include "../support/unopenable.h"
-#include "output.h"
-
+#include "domain_settings.h"
 #include "nasshare/ads.h"
 #include "nasshare/support.h"
+#include "output.h"
 
 #include <gtest/gtest.h>
 
+namespace nasshare::tests {
 namespace {
 
 constexpr const char *nsswitch_conf = "/etc/nsswitch.conf";
@@ -33,13 +32,11 @@ constexpr const char *domain_form = "passwd:     files winbind\n"
                                     "protocols:  files\n"
                                     "services:   files\n";
 
-std::string written_for(int32_t mode) {
+std::string written_for(std::int32_t mode) {
   smbshare.ads_enable = mode;
   ads_create_nsswitch_conf();
   return read_file(nsswitch_conf);
 }
-
-} // namespace
 
 TEST(NsswitchConf, OfLocalMode) {
   EXPECT_EQ(written_for(0), local_form);
@@ -76,7 +73,7 @@ TEST(NsswitchConf, ThatCannotBeOpenedIsSkippedSilently) {
 }
 
 TEST(NsswitchConf, WritingItPrintsNothing) {
-  for (int flag : {0, 1, 2}) {
+  for (const int flag : {0, 1, 2}) {
     SCOPED_TRACE(flag);
     smb_dbg_flag = flag;
     EXPECT_EQ(output_of([] { ads_create_nsswitch_conf(); }), "");
@@ -85,8 +82,11 @@ TEST(NsswitchConf, WritingItPrintsNothing) {
 
 TEST(PamEntryPoint, GivesItsArgumentBackAndWritesNothing) {
   const auto before = names_in("/etc/pam.d");
-  for (int value : {0, 1, -1, 2147483647}) {
+  for (const int value : {0, 1, -1, 2147483647}) {
     EXPECT_EQ(ads_create_pam_samba(value), value);
   }
   EXPECT_EQ(names_in("/etc/pam.d"), before);
 }
+
+} // namespace
+} // namespace nasshare::tests

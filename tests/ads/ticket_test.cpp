@@ -1,14 +1,13 @@
-/* "kinit": the command, and the code that its output gives. */
-#include "domain_settings.h"
-
+// "kinit": the command, and the code that its output gives.
 #include "../support/descriptor_limit.h"
-#include "output.h"
-
+#include "domain_settings.h"
 #include "nasshare/ads.h"
 #include "nasshare/support.h"
+#include "output.h"
 
 #include <gtest/gtest.h>
 
+namespace nasshare::tests {
 namespace {
 
 constexpr const char *typed = "/tmp/typed"; // what kinit reads
@@ -28,8 +27,6 @@ struct Answer {
   int code;
 };
 
-} // namespace
-
 // ---- The command
 
 TEST(Ticket, IsAskedForWithThePasswordTyped) {
@@ -47,7 +44,7 @@ TEST(Ticket, KeepsBlanksAndShellCharactersOfThePassword) {
   EXPECT_EQ(read_file(typed), "a b  $HOME `id` \"c\" %s %% ;|&*\n");
 }
 
-/* The argument never closes, so the shell runs nothing; its complaint is not in the output that is read. */
+// The argument never closes, so the shell runs nothing; its complaint is not in the output that is read.
 TEST(Ticket, WithASingleQuoteInThePasswordNeverReachesKinit) {
   Appliance{}.command("kinit", "kinit: no\n", 1);
   in_a_domain("it's");
@@ -156,7 +153,7 @@ TEST(TicketOutput, TheFirstLineThatIsNoPromptDecides) {
   }
 }
 
-/* A prompt without a line end of its own takes what follows with it. */
+// A prompt without a line end of its own takes what follows with it.
 TEST(TicketOutput, OfPromptsOnlyMeansATicket) {
   constexpr const char *outputs[] = {
       "",
@@ -172,7 +169,7 @@ TEST(TicketOutput, OfPromptsOnlyMeansATicket) {
   }
 }
 
-/* Of a line of more than 511 characters every piece is a line. */
+// Of a line of more than 511 characters every piece is a line.
 TEST(TicketOutput, ALongLineComesInPieces) {
   EXPECT_EQ(ticket_answered(std::string(491, 'x') + "Clock skew too great\n"), 101);
   EXPECT_EQ(ticket_answered(std::string(492, 'x') + "Clock skew too great\n"), 105);
@@ -225,3 +222,6 @@ TEST(TicketDebug, ComesBeforeACommandThatCannotBeStarted) {
   }
   EXPECT_EQ(captured.out(), "kinit : [echo '%s' | kinit 'Administrator@CORP.LAN' 2>&1]\n");
 }
+
+} // namespace
+} // namespace nasshare::tests

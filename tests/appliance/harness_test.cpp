@@ -1,15 +1,15 @@
-/* What the tests rely on in their harness. */
+// What the tests rely on in their harness.
 #include "appliance.h"
+#include "nasshare/platform.h"
 #include "output.h"
 #include "share.h"
 
-#include "nasshare/platform.h"
-
-#include <gtest/gtest.h>
-
 #include <cstdlib>
-
+#include <gtest/gtest.h>
 #include <unistd.h>
+
+namespace nasshare::tests {
+namespace {
 
 TEST(StandInCommands, AreListedInTheTranscriptInOrder) {
   Appliance{}.command("wbinfo", "alice\nbob\n", 3, "trouble\n");
@@ -118,3 +118,6 @@ TEST(ReadyMade, MirrorIsMountedAndReported) {
             std::string::npos);
   EXPECT_EQ(names_in("/mnt"), (std::vector<std::string>{"HD", "HD_a4", "HD_b4"}));
 }
+
+} // namespace
+} // namespace nasshare::tests

@@ -1,28 +1,27 @@
-/* The machine in which every test case runs: appliance/machine/appliance. */
+// The machine in which every test case runs: appliance/machine/appliance.
 #include "appliance.h"
 #include "output.h"
-
-#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <array>
 #include <chrono>
 #include <csignal>
 #include <filesystem>
-#include <thread>
-
 #include <grp.h>
+#include <gtest/gtest.h>
 #include <net/if.h>
 #include <pwd.h>
 #include <sys/ioctl.h>
 #include <sys/socket.h>
+#include <thread>
 #include <unistd.h>
 
+namespace nasshare::tests {
 namespace {
 
 constexpr const char *appliance = PROJECT_FOLDER "/appliance/machine/appliance";
 
-/* A machine inside this one; this one's files are its host's. */
+// A machine inside this one; this one's files are its host's.
 Ended inner(const std::string &commands) {
   return run_to_exit([&commands] {
     ::execl(appliance, "appliance", "--", "sh", "-c", commands.c_str(), nullptr);
@@ -32,20 +31,20 @@ Ended inner(const std::string &commands) {
 
 std::string accounts() {
   std::string names;
-  while (const passwd *account = getpwent())
+  while (const passwd *account = getpwent()) {
     names += std::string(account->pw_name) + " ";
+  }
   return names;
 }
 
 std::string line_with(const std::string &text, const std::string &part) {
-  const size_t place = text.find(part);
-  if (place == std::string::npos)
+  const std::size_t place = text.find(part);
+  if (place == std::string::npos) {
     return "";
-  const size_t start = text.rfind('\n', place) + 1;
+  }
+  const std::size_t start = text.rfind('\n', place) + 1;
   return text.substr(start, text.find('\n', place) - start);
 }
-
-} // namespace
 
 TEST(PrivateMachine, IsMarked) {
   EXPECT_TRUE(exists("/run/appliance/private"));
@@ -80,8 +79,9 @@ TEST(PrivateMachine, StartsWithoutVolumesDisksAndConfiguration) {
   EXPECT_TRUE(names_in("/run/appliance/disks").empty());
   EXPECT_FALSE(exists("/mnt/HD"));
   EXPECT_FALSE(exists("/mnt/USB"));
-  for (const std::string &name : names_in("/dev"))
+  for (const std::string &name : names_in("/dev")) {
     EXPECT_NE(name.substr(0, 2), "sd") << name;
+  }
 }
 
 TEST(PrivateMachine, HasWorkingDevices) {
@@ -104,8 +104,9 @@ TEST(PrivateMachine, HasItsLoopbackInterfaceUpAndNoOther) {
 TEST(PrivateMachine, SeesOnlyItsOwnProcesses) {
   EXPECT_EQ(read_file("/proc/1/comm"), "bash\n");
   int processes = 0;
-  for (const std::string &name : names_in("/proc"))
+  for (const std::string &name : names_in("/proc")) {
     processes += std::isdigit(static_cast<unsigned char>(name[0])) != 0 ? 1 : 0;
+  }
   EXPECT_EQ(processes, 2);
 }
 
@@ -114,8 +115,9 @@ TEST(PrivateMachine, ReapsOrphans) {
   const std::string orphan = run_program({"sh", "-c", "sh -c 'sleep 0.2 & echo $!'"}).out;
   const std::string entry = "/proc/" + orphan.substr(0, orphan.find('\n'));
   EXPECT_TRUE(exists(entry));
-  for (int i = 0; i < 100 && exists(entry); ++i)
+  for (int i = 0; i < 100 && exists(entry); ++i) {
     std::this_thread::sleep_for(std::chrono::milliseconds(20));
+  }
   EXPECT_FALSE(exists(entry));
 }
 
@@ -217,3 +219,6 @@ TEST(TestProgram, RefusesToRunTwoCasesInOneMachine) {
           .status,
       2);
 }
+
+} // namespace
+} // namespace nasshare::tests

@@ -1,23 +1,22 @@
-/* What the machine's kernel and disk tools answer, beside what real ones were recorded to answer. */
+// What the machine's kernel and disk tools answer, beside what real ones were recorded to answer.
 #include "appliance.h"
 #include "output.h"
-
-#include <gtest/gtest.h>
 
 #include <array>
 #include <cstdio>
 #include <cstring>
-#include <fstream>
-#include <sstream>
-
 #include <dlfcn.h>
 #include <fcntl.h>
+#include <fstream>
+#include <gtest/gtest.h>
 #include <net/if.h>
 #include <scsi/sg.h>
+#include <sstream>
 #include <sys/ioctl.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
+namespace nasshare::tests {
 namespace {
 
 constexpr const char *sixteen = "/dev/sda /dev/sdb /dev/sdc /dev/sdd /dev/sde /dev/sdf /dev/sdg /dev/sdh "
@@ -70,8 +69,9 @@ int ask_driver(int command, int bay, std::array<char, 32> &buffer) {
 std::string line_of(FILE *file) {
   std::array<char, 64> line{};
   if (file != nullptr) {
-    if (std::fgets(line.data(), line.size(), file) == nullptr)
+    if (std::fgets(line.data(), line.size(), file) == nullptr) {
       line[0] = '\0';
+    }
     std::fclose(file);
   }
   return line.data();
@@ -79,11 +79,9 @@ std::string line_of(FILE *file) {
 
 std::string uuid_in(const std::string &report) {
   const std::string label = "UUID : ";
-  const size_t start = report.find(label) + label.size();
+  const std::size_t start = report.find(label) + label.size();
   return report.substr(start, report.find_first_of(" \n", start) - start);
 }
-
-} // namespace
 
 TEST(SgScan, PrintsWhatWasRecorded) {
   const std::string command = std::string("sg_scan ") + sixteen;
@@ -224,3 +222,6 @@ TEST(Driver, GivesTheDescribedSerial) {
   ASSERT_EQ(ask_driver(2, 1, buffer), 0);
   EXPECT_EQ(std::string(buffer.data(), 20), "1000KSIDTSET-DW     ");
 }
+
+} // namespace
+} // namespace nasshare::tests

@@ -1,14 +1,13 @@
 // A file that a failing disk has damaged loads nothing, but what is left of it is not written over.
 #include "appliance.h"
+#include "nasshare/catalogue.h"
 #include "share.h"
 
-#include "nasshare/catalogue.h"
-
 #include <gtest/gtest.h>
-
 #include <string>
 #include <vector>
 
+namespace nasshare::tests {
 namespace {
 
 const std::string folder = "/mnt/HD_a4/.systemfile";
@@ -58,8 +57,9 @@ TEST(BrokenShareXml, IsAFileThatDeclaresEntities) {
   std::string text = "<!DOCTYPE config [<!ENTITY e0 'aaaaaaaaaa'>";
   for (int level = 1; level < 10; ++level) {
     text += "<!ENTITY e" + std::to_string(level) + " '";
-    for (int i = 0; i < 10; ++i)
+    for (int i = 0; i < 10; ++i) {
       text += "&e" + std::to_string(level - 1) + ";";
+    }
     text += "'>";
   }
   text += "]><config><samba><item><volume_raid>1</volume_raid><hd_serial>WD-TESTDISK0001</hd_serial>"
@@ -71,3 +71,4 @@ TEST(BrokenShareXml, IsAFileThatDeclaresEntities) {
 }
 
 } // namespace
+} // namespace nasshare::tests

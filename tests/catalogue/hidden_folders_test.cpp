@@ -1,18 +1,16 @@
-/* The share XML in the hidden system folders: hidden_filter_dir, cp_xml_to_hidden, remove_hidden_smbxml. */
+// The share XML in the hidden system folders: hidden_filter_dir, cp_xml_to_hidden, remove_hidden_smbxml.
 #include "appliance.h"
-#include "output.h"
-
 #include "nasshare/catalogue.h"
 #include "nasshare/support.h"
-
-#include <gtest/gtest.h>
+#include "output.h"
 
 #include <cstdio>
-
 #include <dirent.h>
+#include <gtest/gtest.h>
 #include <sys/mount.h>
 #include <sys/stat.h>
 
+namespace nasshare::tests {
 namespace {
 
 constexpr const char *temporary = "/tmp/.smb.xml";
@@ -31,7 +29,7 @@ Appliance two_hidden_partitions() {
   return Appliance{}.hidden("/dev/sda4", "/mnt/HD_a4").hidden("/dev/sdb4", "/mnt/HD_b4");
 }
 
-/* A hidden partition with room for nothing more than the given old share XML. */
+// A hidden partition with room for nothing more than the given old share XML.
 void add_full_partition(Appliance &machine, const std::string &folder, const std::string &old_xml) {
   machine.folder(folder);
   ASSERT_EQ(::mount("/dev/sdc4", folder.c_str(), "tmpfs", 0, "size=16k"), 0);
@@ -39,18 +37,18 @@ void add_full_partition(Appliance &machine, const std::string &folder, const std
   EXPECT_THROW(machine.file(folder + "/filling", std::string(65536, '.')), std::exception);
 }
 
-} // namespace
-
 TEST(HiddenFolderFilter, AcceptsNamesThatBeginWithHdAndUnderscore) {
-  for (const char *name : {"HD_a4", "HD_b4", "HD_", "HD_anything", "HD_a4.old"})
+  for (const char *name : {"HD_a4", "HD_b4", "HD_", "HD_anything", "HD_a4.old"}) {
     EXPECT_EQ(filtered(name), 1) << name;
+  }
   EXPECT_EQ(filtered("HD_" + std::string(252, 'x')), 1);
 }
 
 TEST(HiddenFolderFilter, RejectsEveryOtherName) {
   for (const char *name :
-       {".", "..", "", "HD", "USB", "hd_a4", "xHD_a4", " HD_a4", "HDD_a4", ".HD_a4", "ISO"})
+       {".", "..", "", "HD", "USB", "hd_a4", "xHD_a4", " HD_a4", "HDD_a4", ".HD_a4", "ISO"}) {
     EXPECT_EQ(filtered(name), 0) << name;
+  }
   EXPECT_EQ(hidden_filter_dir(nullptr), 0);
 }
 
@@ -81,8 +79,9 @@ TEST(CopyToHidden, LeavesOtherFoldersAlone) {
       .folder("/mnt/xHD_a4/.systemfile")
       .file(temporary, "<config/>\n");
   cp_xml_to_hidden();
-  for (const char *folder : {"/mnt/HD/.systemfile", "/mnt/USB/.systemfile", "/mnt/xHD_a4/.systemfile"})
+  for (const char *folder : {"/mnt/HD/.systemfile", "/mnt/USB/.systemfile", "/mnt/xHD_a4/.systemfile"}) {
     EXPECT_EQ(names_in(folder), Names{}) << folder;
+  }
 }
 
 TEST(CopyToHidden, GivesTheFileOfTheModeInForce) {
@@ -185,7 +184,7 @@ TEST(CopyToHidden, ReachesAFolderWithTheLongestName) {
 
 TEST(CopyToHidden, PrintsNothingWhenAllIsWell) {
   two_hidden_partitions().file(temporary, "new");
-  for (int flag : {0, 1, 2}) {
+  for (const int flag : {0, 1, 2}) {
     smb_dbg_flag = flag;
     EXPECT_EQ(output_of(cp_xml_to_hidden), "") << flag;
   }
@@ -199,8 +198,9 @@ TEST(RemovalFromHidden, DeletesTheShareXmlOfTheModeInForce) {
   Appliance machine = two_hidden_partitions();
   for (const auto &row : rows) {
     SCOPED_TRACE(row.ads_enable);
-    for (const char *folder : {"/mnt/HD_a4", "/mnt/HD_b4"})
+    for (const char *folder : {"/mnt/HD_a4", "/mnt/HD_b4"}) {
       machine.shares(folder, "local").ads_shares(folder, "domain");
+    }
     pss->ads_enable = row.ads_enable;
     remove_hidden_smbxml();
     EXPECT_EQ(names_in("/mnt/HD_a4/.systemfile"), (Names{row.kept}));
@@ -231,3 +231,6 @@ TEST(RemovalFromHidden, WithoutHiddenFoldersDoesNothing) {
   Appliance{};
   EXPECT_EQ(output_of(remove_hidden_smbxml), "");
 }
+
+} // namespace
+} // namespace nasshare::tests

@@ -1,23 +1,23 @@
-/* Loading the catalogue: get_samba_info, get_samba_info2 and check_hd. */
+// Loading the catalogue: get_samba_info, get_samba_info2 and check_hd.
 #include "appliance.h"
 #include "listed_shares.h"
-#include "output.h"
-#include "share.h"
-
 #include "nasshare/catalogue.h"
 #include "nasshare/platform.h"
 #include "nasshare/support.h"
 #include "nasshare/volume.h"
+#include "output.h"
+#include "share.h"
 
+#include <algorithm>
+#include <dlfcn.h>
 #include <gtest/gtest.h>
 
-#include <dlfcn.h>
-
+namespace nasshare::tests {
 namespace {
 
 constexpr const char *first_file = "/mnt/HD_a4/.systemfile/.smb.xml";
 
-/* What the volume table says of both volumes once discovery is done; 1 where nothing is said. */
+// What the volume table says of both volumes once discovery is done; 1 where nothing is said.
 int presence_after_discovery = 1;
 
 Share on_first(const char *name) {
@@ -36,7 +36,7 @@ Share on_second(const char *name) {
       .everyone();
 }
 
-/* Both volumes' files hold every share, as the library writes them. */
+// Both volumes' files hold every share, as the library writes them.
 Appliance two_volumes(const std::vector<Share> &shares) {
   return Appliance::single_disks()
       .config("/system_mgr/samba/netbios_name", "ATTIC")
@@ -47,12 +47,13 @@ Appliance two_volumes(const std::vector<Share> &shares) {
 Names oplocks() {
   Names values;
   const smb_share *share = pss->head;
-  for (int i = 0; i < pss->count; ++i, share = share->next)
+  for (int i = 0; i < pss->count; ++i, share = share->next) {
     values.push_back(std::string(share->name) + " " + share->oplocks);
+  }
   return values;
 }
 
-/* What two_volumes and a USB disk print while they are loaded, up to the share files. */
+// What two_volumes and a USB disk print while they are loaded, up to the share files.
 std::string discovery_output(const std::string &usb_line, const std::string &disk_map) {
   return usb_line +
          "volume_mount_point [/dev/sda2]\n"
@@ -90,13 +91,10 @@ constexpr const char *disk_map = "##hd device name from sda ~ sdp\n"
                                  "HD scsi0 = [WD-TESTDISK0001]\n"
                                  "HD scsi1= [WD-TESTDISK0002]\n";
 
-} // namespace
-
-/* Wins over the library's own: the real discovery, after which the volumes may be marked otherwise. */
-void get_hd_raid_info(smb_catalogue *table) {
-  reinterpret_cast<void (*)(smb_catalogue *)>(dlsym(RTLD_NEXT, "get_hd_raid_info"))(table);
-  for (int volume = 0; volume < 2 && presence_after_discovery != 1; ++volume)
-    table->vol_present[volume] = presence_after_discovery;
+void mark_volumes(smb_catalogue &table) {
+  if (presence_after_discovery != 1) {
+    std::ranges::fill(table.vol_present, presence_after_discovery);
+  }
 }
 
 TEST(Loading, ListsTheFirstVolumeThenTheSecondThenUsbDisks) {
@@ -174,7 +172,7 @@ TEST(Loading, OfAVolumeThatIsNotMountedFindsNoShares) {
 
 TEST(Loading, CountsOnlyVolumesThatAreMarkedOneAsPresent) {
   two_volumes({on_first("Music"), on_second("Docs")}).mount("/dev/sdc1", "/mnt/USB/HD_c1");
-  for (int mark : {2, 0, -1}) {
+  for (const int mark : {2, 0, -1}) {
     presence_after_discovery = mark;
     get_samba_info();
     EXPECT_EQ(listed_names(), (Names{"USBDisk1_1"})) << mark;
@@ -379,7 +377,7 @@ TEST(LoadingForTheWriter, ComparesSharesWithExportsInListOrder) {
                                   "compare path---->[/mnt/HD/HD_b2/Docs]\n"
                                   "get_nfs_path---->[/mnt/HD/HD_b2/Other]\n"
                                   "compare path---->[/mnt/HD/HD_b2/Docs]\n";
-  for (int flag : {1, 2}) {
+  for (const int flag : {1, 2}) {
     SCOPED_TRACE(flag);
     smb_dbg_flag = flag;
     const std::string load = output_of(get_samba_info);
@@ -395,4 +393,13 @@ TEST(LoadingForTheWriter, DoesNotAskForExportsWhileAfpIsOn) {
   smb_dbg_flag = 1;
   const std::string load = output_of(get_samba_info);
   EXPECT_EQ(output_of(get_samba_info2), load);
+}
+
+} // namespace
+} // namespace nasshare::tests
+
+// Wins over the library's own: the real discovery, after which the volumes may be marked otherwise.
+void get_hd_raid_info(smb_catalogue *table) {
+  reinterpret_cast<void (*)(smb_catalogue *)>(dlsym(RTLD_NEXT, "get_hd_raid_info"))(table);
+  nasshare::tests::mark_volumes(*table);
 }

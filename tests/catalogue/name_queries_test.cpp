@@ -1,14 +1,14 @@
-/* chk_share and chk_name_path: is a share name taken? */
+// chk_share and chk_name_path: is a share name taken?
 #include "appliance.h"
 #include "listed_shares.h"
+#include "nasshare/catalogue.h"
+#include "nasshare/support.h"
 #include "output.h"
 #include "share.h"
 
-#include "nasshare/catalogue.h"
-#include "nasshare/support.h"
-
 #include <gtest/gtest.h>
 
+namespace nasshare::tests {
 namespace {
 
 Appliance one_share() {
@@ -17,12 +17,10 @@ Appliance one_share() {
       share_xml({Share{"Music"}.path("/mnt/HD/HD_a2/Music").on_disk("WD-TESTDISK0001").everyone()}));
 }
 
-/* A list that the caller had loaded before. */
+// A list that the caller had loaded before.
 void leave_a_list() {
   Insert_Smb_Node(Share{"Left"}.path("/mnt/HD/HD_a2/Left"));
 }
-
-} // namespace
 
 TEST(ShareQuery, AnswersZeroForATakenName) {
   one_share();
@@ -36,8 +34,9 @@ TEST(ShareQuery, AnswersOneForAFreeName) {
 
 TEST(ShareQuery, TellsLetterCaseApart) {
   one_share();
-  for (const char *name : {"music", "MUSIC", "Music ", " Music", "Musi"})
+  for (const char *name : {"music", "MUSIC", "Music ", " Music", "Musi"}) {
     EXPECT_EQ(chk_share(name), 1) << name;
+  }
 }
 
 TEST(ShareQuery, AnswersOneWithoutAName) {
@@ -98,7 +97,7 @@ TEST(ShareQuery, LeavesTheListEmpty) {
 
 TEST(ShareQuery, PrintsWhatItsLoadPrints) {
   one_share();
-  for (int flag : {0, 1, 2}) {
+  for (const int flag : {0, 1, 2}) {
     smb_dbg_flag = flag;
     const std::string load = output_of(get_samba_info);
     EXPECT_EQ(output_of([] { chk_share("Music"); }), load) << flag;
@@ -157,3 +156,6 @@ TEST(NameAndPathQuery, ComparesPathsUnescapedAndWhole) {
   EXPECT_EQ(chk_name_path("Deep", (path + "x").c_str()), 0);
   EXPECT_EQ(chk_name_path("Deep", path.substr(0, 4094).c_str()), 0);
 }
+
+} // namespace
+} // namespace nasshare::tests

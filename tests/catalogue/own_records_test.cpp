@@ -1,14 +1,14 @@
 // A host program loads the list, picks a share and hands its own record or name back: the operations load,
 // and so empty, the list first.
 #include "appliance.h"
-#include "share.h"
-
 #include "nasshare/acl.h"
 #include "nasshare/catalogue.h"
+#include "share.h"
 
 #include <cstring>
 #include <gtest/gtest.h>
 
+namespace nasshare::tests {
 namespace {
 
 void load_music_and_films() {
@@ -87,3 +87,4 @@ TEST(AListedRecord, ThatIsRefusedForItsNameIsGoneWithTheList) {
 }
 
 } // namespace
+} // namespace nasshare::tests

@@ -1,16 +1,16 @@
-/* Moving a stored path onto a volume's mount point, and a stored name to the volume's configured one. */
+// Moving a stored path onto a volume's mount point, and a stored name to the volume's configured one.
 #include "nasshare/catalogue.h"
-
-#include <gtest/gtest.h>
 
 #include <array>
 #include <cstdio>
 #include <cstring>
+#include <gtest/gtest.h>
 #include <string>
 
+namespace nasshare::tests {
 namespace {
 
-/* A path field, and the field behind it. */
+// A path field, and the field behind it.
 struct PathField {
   explicit PathField(const std::string &text) { std::memcpy(path, text.c_str(), text.size() + 1); }
   char path[4096] = "";
@@ -30,8 +30,6 @@ std::string renamed(const std::string &configured, int volume) {
   fix_share_name(name, volume);
   return name;
 }
-
-} // namespace
 
 TEST(FixPath, MovesThePathOntoTheVolume) {
   const struct {
@@ -110,3 +108,6 @@ TEST(FixShareName, KnowsNoOtherVolumes) {
   EXPECT_STREQ(name, "Volume_1");
   fix_share_name(nullptr, 0);
 }
+
+} // namespace
+} // namespace nasshare::tests

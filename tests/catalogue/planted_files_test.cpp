@@ -1,9 +1,8 @@
 // /tmp is open to everybody: what somebody has put there under the name of the temporary share XML is neither
 // followed nor in the way of a change.
 #include "appliance.h"
-#include "share.h"
-
 #include "nasshare/catalogue.h"
+#include "share.h"
 
 #include <csignal>
 #include <gtest/gtest.h>
@@ -11,6 +10,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+namespace nasshare::tests {
 namespace {
 
 constexpr const char *temporary = "/tmp/.smb.xml";
@@ -85,8 +85,9 @@ TEST(PlantedInTheWayOfAChange, FoldersWithoutEnd) {
   const pid_t planter = fork();
   if (planter == 0) {
     EXPECT_EQ(setuid(somebody), 0);
-    for (;;)
+    for (;;) {
       mkdir(temporary, 0777);
+    }
   }
   for (int i = 0; i < 20; ++i) {
     expect_stored();
@@ -120,3 +121,4 @@ TEST(PlantedToBeSpread, APipeIsNotAndDoesNotHang) {
 }
 
 } // namespace
+} // namespace nasshare::tests

@@ -1,23 +1,22 @@
 // Several programs change the catalogue at the same time.
 #include "appliance.h"
-#include "output.h"
-#include "share.h"
-
 #include "nasshare/catalogue.h"
 #include "nasshare/dfs.h"
 #include "nasshare/platform.h"
+#include "output.h"
+#include "share.h"
 
 #include <csignal>
 #include <dlfcn.h>
 #include <fcntl.h>
+#include <functional>
 #include <gtest/gtest.h>
 #include <sys/file.h>
 #include <sys/wait.h>
 #include <unistd.h>
-
-#include <functional>
 #include <vector>
 
+namespace nasshare::tests {
 namespace {
 
 constexpr int programs = 10;
@@ -45,6 +44,17 @@ void run_at_once(const std::function<bool(int program, int change)> &change) {
 
 bool starts_a_service = false;
 pid_t service = -1;
+
+void start_service_once() {
+  if (!starts_a_service || service != -1) {
+    return;
+  }
+  service = fork();
+  if (service == 0) {
+    pause();
+    _exit(0);
+  }
+}
 
 std::string name_of(int program, int change) {
   return std::to_string(program) + "-" + std::to_string(change);
@@ -122,18 +132,13 @@ TEST(ProgramLock, IsDoneWithoutWhereItCannotBeMade) {
 }
 
 } // namespace
+} // namespace nasshare::tests
 
 // This program's own configuration database, a firmware's that starts a service of its own when it is first
 // read.
-extern "C" __attribute__((visibility("default"))) int xml_get_int(const char *key) {
+extern "C" [[gnu::visibility("default")]] int xml_get_int(const char *key) {
   using Read = int (*)(const char *);
   static const auto reference = reinterpret_cast<Read>(dlsym(RTLD_NEXT, "xml_get_int"));
-  if (starts_a_service && service == -1) {
-    service = fork();
-    if (service == 0) {
-      pause();
-      _exit(0);
-    }
-  }
+  nasshare::tests::start_service_once();
   return reference(key);
 }

@@ -1,12 +1,12 @@
 // Records that would not come back as they are, or that would say more in smb.conf than they should.
 #include "appliance.h"
-#include "share.h"
-
 #include "nasshare/catalogue.h"
+#include "share.h"
 
 #include <cstring>
 #include <gtest/gtest.h>
 
+namespace nasshare::tests {
 namespace {
 
 constexpr const char *file = "/mnt/HD_a4/.systemfile/.smb.xml";
@@ -49,7 +49,7 @@ TEST(RefusedRecords, AlsoOnAChange) {
 
 TEST(RefusedRecords, AFieldWithoutATerminatorHasNoEnd) {
   with_films_folder();
-  Share share = films();
+  const Share share = films();
   std::memset(share.record().name, 'n', sizeof share.record().name);
   expect_refused(share);
 }
@@ -66,9 +66,9 @@ TEST(RefusedRecords, ADenyListWithoutRoomForTheGuest) {
   while (denied.size() + std::strlen("#nobody#,") <= 12287) {
     denied += ",#carol#";
   }
-  Share full = Share(films()).write("#nobody#,#@Domain Users#").deny(denied);
+  const Share full = Share(films()).write("#nobody#,#@Domain Users#").deny(denied);
   expect_refused(full);
-  Share room = Share(films()).write("#nobody#,#@Domain Users#").deny(fits);
+  const Share room = Share(films()).write("#nobody#,#@Domain Users#").deny(fits);
   EXPECT_EQ(add_share(room), 1);
 }
 
@@ -81,3 +81,4 @@ TEST(RefusedRecords, AVolumeWhoseSerialNoFileGivesBack) {
 }
 
 } // namespace
+} // namespace nasshare::tests

@@ -1,34 +1,32 @@
-/* The share list: what is listed, in which order, and by which rules a record is copied into it. */
+// The share list: what is listed, in which order, and by which rules a record is copied into it.
 #include "listed_shares.h"
-#include "output.h"
-#include "share.h"
-
 #include "nasshare/catalogue.h"
 #include "nasshare/support.h"
-
-#include <gtest/gtest.h>
+#include "output.h"
+#include "share.h"
 
 #include <cstdint>
 #include <cstring>
 #include <functional>
+#include <gtest/gtest.h>
 #include <string>
 #include <vector>
 
+namespace nasshare::tests {
 namespace {
 
 void insert(const Names &names) {
-  for (const std::string &name : names)
+  for (const std::string &name : names) {
     Insert_Smb_Node(Share{name});
+  }
 }
 
-/* A field filled up to its last byte, without a terminator. */
-template <size_t size> void overfill(char (&field)[size], char letter) {
+// A field filled up to its last byte, without a terminator.
+template <std::size_t size> void overfill(char (&field)[size], char letter) {
   std::memset(field, letter, size);
 }
 
 constexpr const char *everyone = "#nobody#,#@allaccount#";
-
-} // namespace
 
 TEST(ShareList, IsEmptyAtStart) {
   EXPECT_EQ(pss, &smbshare);
@@ -462,3 +460,6 @@ TEST(ShareList, ANameWithoutATerminatorIsListedOnce) {
   EXPECT_EQ(Modify_Smb_Node(wild), first);
   EXPECT_EQ(pss->count, 1);
 }
+
+} // namespace
+} // namespace nasshare::tests

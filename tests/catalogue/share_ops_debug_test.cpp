@@ -1,17 +1,16 @@
-/* What add_share, mod_share and del_share print with debug output on. What the load in their middle prints
-   is a test of its own; here it is whatever a load alone prints. */
+// What add_share, mod_share and del_share print with debug output on. What the load in their middle prints
+// is a test of its own; here it is whatever a load alone prints.
 #include "appliance.h"
+#include "nasshare/catalogue.h"
+#include "nasshare/support.h"
 #include "output.h"
 #include "share.h"
 
-#include "nasshare/catalogue.h"
-#include "nasshare/support.h"
-
-#include <gtest/gtest.h>
-
 #include <cstring>
 #include <functional>
+#include <gtest/gtest.h>
 
+namespace nasshare::tests {
 namespace {
 
 Share stored(const char *name, const std::string &path) {
@@ -32,7 +31,7 @@ Appliance one_share() {
       .shares("/mnt/HD_b4", share_xml({music()}));
 }
 
-/* A share whose lists are stored as they are. */
+// A share whose lists are stored as they are.
 Share research() {
   return Share{"R&D"}
       .comment("Ideas & drafts")
@@ -46,7 +45,7 @@ Share research() {
 
 struct Outcome {
   int answer = -1;
-  std::string load; /* what loading alone prints just before */
+  std::string load; // what loading alone prints just before
   std::string out;
 };
 
@@ -97,8 +96,6 @@ constexpr const char *list_with_research = "\n"
                                            "recycle_tree    : [0]\n"
                                            "\n";
 
-} // namespace
-
 TEST(AddShareOutput, IsNothingWithoutTheFlag) {
   one_share();
   const Outcome outcome = outcome_of(0, [] { return add_share(research()); });
@@ -106,10 +103,10 @@ TEST(AddShareOutput, IsNothingWithoutTheFlag) {
   EXPECT_EQ(outcome.out, "");
 }
 
-/* The listing comes after the write, which leaves names, comments and paths escaped. */
+// The listing comes after the write, which leaves names, comments and paths escaped.
 TEST(AddShareOutput, HasListsLoadTagAndListing) {
   Appliance machine = one_share();
-  for (int flag : {1, 2}) {
+  for (const int flag : {1, 2}) {
     SCOPED_TRACE(flag);
     machine.shares("/mnt/HD_a4", share_xml({music()})).shares("/mnt/HD_b4", share_xml({music()}));
     const Outcome outcome = outcome_of(flag, [] { return add_share(research()); });
@@ -121,7 +118,7 @@ TEST(AddShareOutput, HasListsLoadTagAndListing) {
 
 TEST(AddShareOutput, HasTheRewrittenLists) {
   Appliance machine = one_share();
-  for (int flag : {1, 2}) {
+  for (const int flag : {1, 2}) {
     SCOPED_TRACE(flag);
     machine.shares("/mnt/HD_a4", share_xml({})).shares("/mnt/HD_b4", share_xml({}));
     const Outcome outcome =
@@ -138,7 +135,7 @@ TEST(AddShareOutput, HasTheRewrittenLists) {
 
 TEST(AddShareOutput, HasNoWordOfTheRebuildInDomainMode) {
   Appliance machine = one_share().config("/system_mgr/samba/ads_enable", "1");
-  for (int flag : {0, 1, 2}) {
+  for (const int flag : {0, 1, 2}) {
     SCOPED_TRACE(flag);
     machine.ads_shares("/mnt/HD_a4", share_xml({music()})).remove("/mnt/HD_b4/.systemfile/.smb_ads.xml");
     const Outcome outcome = outcome_of(flag, [] { return add_share(research()); });
@@ -151,7 +148,7 @@ TEST(AddShareOutput, HasNoWordOfTheRebuildInDomainMode) {
 
 TEST(AddShareOutput, HasNoTagForAPathOnNeitherVolume) {
   Appliance machine = one_share();
-  for (int flag : {1, 2}) {
+  for (const int flag : {1, 2}) {
     SCOPED_TRACE(flag);
     machine.shares("/mnt/HD_a4", share_xml({})).shares("/mnt/HD_b4", share_xml({}));
     const Outcome outcome =
@@ -174,7 +171,7 @@ TEST(AddShareOutput, NamesThePathOfInvalidInput) {
       {Share{"New"}.path("/%s%n"), "input data error! [/%s%n]\n"},
   };
   for (const auto &row : rows) {
-    for (int flag : {0, 1, 2}) {
+    for (const int flag : {0, 1, 2}) {
       SCOPED_TRACE(flag);
       smb_dbg_flag = flag;
       EXPECT_EQ(output_of([&row] { EXPECT_EQ(add_share(row.share), 0); }), flag == 0 ? "" : row.message);
@@ -191,7 +188,7 @@ TEST(AddShareOutput, OfAPathWithoutATerminatorEndsWithTheField) {
 }
 
 TEST(AddShareOutput, OfNoRecordHasAnEmptyPath) {
-  for (int flag : {0, 1, 2}) {
+  for (const int flag : {0, 1, 2}) {
     smb_dbg_flag = flag;
     EXPECT_EQ(output_of([] { add_share(nullptr); }), flag == 0 ? "" : "input data error! []\n") << flag;
   }
@@ -199,7 +196,7 @@ TEST(AddShareOutput, OfNoRecordHasAnEmptyPath) {
 
 TEST(AddShareOutput, EndsWithTheLoadForATakenName) {
   one_share();
-  for (int flag : {0, 1, 2}) {
+  for (const int flag : {0, 1, 2}) {
     SCOPED_TRACE(flag);
     const Outcome outcome =
         outcome_of(flag, [] { return add_share(Share{"Music"}.path("/mnt/HD/HD_b2/R&D")); });
@@ -215,7 +212,7 @@ TEST(AddShareOutput, EndsWithTheLoadForATakenName) {
 
 TEST(ModShareOutput, HasTheLoadButNeitherListsNorTagNorListing) {
   one_share();
-  for (int flag : {0, 1, 2}) {
+  for (const int flag : {0, 1, 2}) {
     SCOPED_TRACE(flag);
     const Outcome outcome = outcome_of(flag, [] { return mod_share(music().comment("new")); });
     EXPECT_EQ(outcome.answer, 1);
@@ -225,7 +222,7 @@ TEST(ModShareOutput, HasTheLoadButNeitherListsNorTagNorListing) {
 
 TEST(ModShareOutput, HasTheTracesOfTheRebuildForTheFlagOneOnly) {
   Appliance machine = one_share();
-  for (int flag : {0, 1, 2}) {
+  for (const int flag : {0, 1, 2}) {
     SCOPED_TRACE(flag);
     machine.shares("/mnt/HD_a4", share_xml({music()})).shares("/mnt/HD_b4", share_xml({music()}));
     const Outcome outcome =
@@ -238,7 +235,7 @@ TEST(ModShareOutput, HasTheTracesOfTheRebuildForTheFlagOneOnly) {
 
 TEST(ModShareOutput, OfInvalidInputIsALineWithoutAPath) {
   one_share();
-  for (int flag : {0, 1, 2}) {
+  for (const int flag : {0, 1, 2}) {
     SCOPED_TRACE(flag);
     smb_dbg_flag = flag;
     const std::string message = flag == 0 ? "" : "input data error!\n";
@@ -249,7 +246,7 @@ TEST(ModShareOutput, OfInvalidInputIsALineWithoutAPath) {
 
 TEST(ModShareOutput, OfAnAbsentNameIsThatOfTheLoad) {
   one_share();
-  for (int flag : {0, 1, 2}) {
+  for (const int flag : {0, 1, 2}) {
     SCOPED_TRACE(flag);
     const Outcome outcome = outcome_of(flag, [] { return mod_share(research()); });
     EXPECT_EQ(outcome.answer, 0);
@@ -259,7 +256,7 @@ TEST(ModShareOutput, OfAnAbsentNameIsThatOfTheLoad) {
 
 TEST(DelShareOutput, IsThatOfTheLoad) {
   Appliance machine = one_share();
-  for (int flag : {0, 1, 2}) {
+  for (const int flag : {0, 1, 2}) {
     SCOPED_TRACE(flag);
     machine.shares("/mnt/HD_a4", share_xml({music()})).shares("/mnt/HD_b4", share_xml({music()}));
     const Outcome outcome = outcome_of(flag, [] { return del_share("Music"); });
@@ -270,7 +267,7 @@ TEST(DelShareOutput, IsThatOfTheLoad) {
 
 TEST(DelShareOutput, NamesAnAbsentShareAfterTheLoad) {
   one_share();
-  for (int flag : {0, 1, 2}) {
+  for (const int flag : {0, 1, 2}) {
     SCOPED_TRACE(flag);
     const Outcome outcome = outcome_of(flag, [] { return del_share("mus%sic"); });
     EXPECT_EQ(outcome.answer, 0);
@@ -284,3 +281,6 @@ TEST(DelShareOutput, OfAnEmptyNameIsNothing) {
   EXPECT_EQ(output_of([] { del_share(""); }), "");
   EXPECT_EQ(output_of([] { del_share(nullptr); }), "");
 }
+
+} // namespace
+} // namespace nasshare::tests

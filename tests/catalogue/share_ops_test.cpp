@@ -1,26 +1,24 @@
-/* add_share, mod_share and del_share: answers, files, order of what can be seen from outside. */
+// add_share, mod_share and del_share: answers, files, order of what can be seen from outside.
 #include "appliance.h"
 #include "listed_shares.h"
+#include "nasshare/catalogue.h"
+#include "nasshare/support.h"
 #include "output.h"
 #include "share.h"
 
-#include "nasshare/catalogue.h"
-#include "nasshare/support.h"
-
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <array>
-#include <functional>
-#include <map>
-
 #include <fcntl.h>
+#include <functional>
+#include <gtest/gtest.h>
+#include <map>
 #include <sys/inotify.h>
 #include <sys/mount.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
+namespace nasshare::tests {
 namespace {
 
 constexpr const char *temporary = "/tmp/.smb.xml";
@@ -34,7 +32,7 @@ constexpr const char *empty_catalogue = "<?xml version=\"1.0\" encoding=\"UTF-8\
 
 bool sync_leaves_a_mark = false;
 
-/* A share as a volume's file holds it: for everyone on the first volume. */
+// A share as a volume's file holds it: for everyone on the first volume.
 Share stored(std::string_view name, const std::string &path) {
   return Share{name}
       .path(path)
@@ -54,7 +52,7 @@ Share docs() {
   return stored("Docs", "/mnt/HD/HD_b2/Docs").on_disk("WD-TESTDISK0002");
 }
 
-/* The folder of a share to add exists; Music and Docs are shared. */
+// The folder of a share to add exists; Music and Docs are shared.
 Appliance two_shares() {
   return Appliance::single_disks()
       .folder("/mnt/HD/HD_a2/Films")
@@ -77,7 +75,7 @@ void expect_on_both_volumes(const std::string &text) {
   EXPECT_EQ(read_file(second_file), text);
 }
 
-/* As the operation leaves things when it refuses. */
+// As the operation leaves things when it refuses.
 void expect_no_change() {
   expect_on_both_volumes(share_xml({music(), docs()}));
   EXPECT_FALSE(exists(temporary));
@@ -85,7 +83,7 @@ void expect_no_change() {
   EXPECT_EQ(Is_Smb_Empty(), 1);
 }
 
-/* What happens to files of chosen names in folders, in order over all folders. */
+// What happens to files of chosen names in folders, in order over all folders.
 class FileEvents {
 public:
   FileEvents() : queue_(inotify_init1(IN_CLOEXEC | IN_NONBLOCK)) {}
@@ -108,8 +106,9 @@ public:
         at += static_cast<ssize_t>(sizeof *event + event->len);
         const std::string name = event->len > 0 ? event->name : "";
         const bool written = (event->mask & (IN_CLOSE_WRITE | IN_MOVED_TO)) != 0;
-        if (std::find(names.begin(), names.end(), name) != names.end())
+        if (std::find(names.begin(), names.end(), name) != names.end()) {
           text += folders_[event->wd] + "/" + name + (written ? " written\n" : " deleted\n");
+        }
       }
     }
     return text;
@@ -124,13 +123,14 @@ void make_file(const char *path) {
   close(open(path, O_WRONLY | O_CREAT | O_CLOEXEC, 0644));
 }
 
-/* Runs a change and tells what can be seen from outside, in order. */
+// Runs a change and tells what can be seen from outside, in order.
 std::string effects_of(Appliance &machine, const std::function<void()> &change) {
   machine.script("smbcom", ": >/tmp/smbcom");
   sync_leaves_a_mark = true;
   FileEvents events;
-  for (const char *folder : {"/tmp", "/mnt/HD_a4/.systemfile", "/mnt/HD_b4/.systemfile"})
+  for (const char *folder : {"/tmp", "/mnt/HD_a4/.systemfile", "/mnt/HD_b4/.systemfile"}) {
     events.watch(folder);
+  }
   change();
   sync_leaves_a_mark = false;
   return events.of({".smb.xml", ".smb_ads.xml", "sync", "smbcom"});
@@ -143,24 +143,15 @@ constexpr const char *effects_of_a_change = "/tmp/.smb.xml written\n"
                                             "/tmp/sync written\n"
                                             "/tmp/smbcom written\n";
 
-/* No XML file can hold these. */
+// No XML file can hold these.
 constexpr std::array<std::string_view, 10> unstorable{
     "\x01", "a\x1f",    "\x7f\x08",     "\xff",         "caf\xe9",
     "\xc3", "\xc0\xaf", "\xed\xa0\x80", "\xef\xbf\xbe", "\xf4\x90\x80\x80"};
-/* These look odd and are fine. */
+// These look odd and are fine.
 constexpr std::array<std::string_view, 10> storable{
     "&", "R&D", "&amp;", "&x;", "&#1;", "<>\"'", "caf\xc3\xa9", "\xf0\x9f\x8e\xb5", "]]>", "a\tb"};
 
-} // namespace
-
-/* Wins over the C library's. */
-extern "C" __attribute__((visibility("default"))) void sync() noexcept {
-  if (sync_leaves_a_mark)
-    make_file("/tmp/sync");
-  syscall(SYS_sync);
-}
-
-/* ---- Adding. ---- */
+// ---- Adding
 
 TEST(AddShare, StoresTheShareBehindTheOthersOnEveryVolume) {
   two_shares();
@@ -286,7 +277,7 @@ TEST(AddShare, TagsTheShareWithTheVolumeOfItsPath) {
   for (const auto &row : rows) {
     SCOPED_TRACE(row.path);
     machine.folder(row.path);
-    Share share = Share{row.path}.path(row.path).tag(9, "as it was");
+    const Share share = Share{row.path}.path(row.path).tag(9, "as it was");
     EXPECT_EQ(add_share(share), 1);
     EXPECT_EQ(share.record().volume_raid, row.volume_raid);
     EXPECT_STREQ(share.record().hd_serial, row.hd_serial);
@@ -308,7 +299,7 @@ TEST(AddShare, StoresAShareOnNeitherVolumeWithTheCallersTags) {
 
 TEST(AddShare, MakesEveryoneExceptReadersExplicit) {
   two_shares();
-  Share share = films().read("#alice#");
+  const Share share = films().read("#alice#");
   EXPECT_EQ(add_share(share), 1);
   EXPECT_STREQ(share.record().write_list, "#bob#,#carol#");
   EXPECT_STREQ(share.record().read_list, "#alice#");
@@ -319,7 +310,7 @@ TEST(AddShare, MakesEveryoneExceptReadersExplicit) {
 
 TEST(AddShare, MakesTheDenialOfEveryoneElseExplicit) {
   two_shares();
-  Share share = films().write("#@staff#").deny(everyone);
+  const Share share = films().write("#@staff#").deny(everyone);
   EXPECT_EQ(add_share(share), 1);
   EXPECT_STREQ(share.record().invalid_users, "#carol#");
   expect_on_both_volumes(
@@ -332,7 +323,7 @@ TEST(AddShare, NormalisesTheListsUnlessDomainModeIsExactlyOne) {
     SCOPED_TRACE(value);
     machine.config("/system_mgr/samba/ads_enable", value);
     pss->ads_enable = 1;
-    Share share =
+    const Share share =
         Share{value[0] == '\0' ? "none" : value}.path("/mnt/HD/HD_a2/Films").read("#alice#").everyone();
     EXPECT_EQ(add_share(share), 1);
     EXPECT_STREQ(share.record().write_list, "#bob#,#carol#");
@@ -442,8 +433,9 @@ TEST(AddShare, RefusesTextThatXmlCannotHold) {
 
 TEST(AddShare, RefusesATagThatXmlCannotHold) {
   two_shares().folder("/home/common");
-  for (const std::string_view text : unstorable)
+  for (const std::string_view text : unstorable) {
     EXPECT_EQ(add_share(Share{"Films"}.path("/home/common").tag(1, text)), 0) << testing::PrintToString(text);
+  }
   expect_no_change();
 }
 
@@ -462,8 +454,9 @@ TEST(AddShare, StoresEveryTextThatXmlCanHold) {
 TEST(AddShare, StoresTheLongestTexts) {
   const std::string name(511, '&');
   std::string path = "/mnt/HD/HD_a2";
-  while (path.size() + 201 < 4095)
+  while (path.size() + 201 < 4095) {
     path += "/" + std::string(200, '&');
+  }
   path += "/" + std::string(4094 - path.size(), 'p');
   two_shares().folder(path);
   EXPECT_EQ(add_share(Share(name).comment(std::string(511, '<')).path(path).everyone()), 1);
@@ -475,18 +468,19 @@ TEST(AddShare, StoresTheLongestTexts) {
 
 TEST(AddShare, StoresTheLongestLists) {
   std::string list;
-  while (list.size() < 12280)
+  while (list.size() < 12280) {
     list += "#alice#,";
+  }
   list += std::string("#") + std::string(12287 - list.size() - 2, 'b') + "#";
   ASSERT_EQ(list.size(), 12287U);
   two_shares();
-  Share share = films().write(list);
+  const Share share = films().write(list);
   EXPECT_EQ(add_share(share), 1);
   EXPECT_NE(read_file(first_file).find("<write_list>" + list + "</write_list>"), std::string::npos);
   EXPECT_EQ(share.record().write_list, list);
 }
 
-/* ---- Changing. ---- */
+// ---- Changing
 
 TEST(ModShare, OverwritesTheShareInItsPlace) {
   two_shares();
@@ -520,7 +514,7 @@ TEST(ModShare, HasTheEffectsOfAnAddInTheSameOrder) {
 
 TEST(ModShare, MovesTheShareToTheVolumeOfItsNewPath) {
   two_shares();
-  Share moved = music().path("/mnt/HD/HD_b2/Docs");
+  const Share moved = music().path("/mnt/HD/HD_b2/Docs");
   EXPECT_EQ(mod_share(moved), 1);
   EXPECT_STREQ(moved.record().hd_serial, "WD-TESTDISK0002");
   expect_on_both_volumes(share_xml({music().path("/mnt/HD/HD_b2/Docs").on_disk("WD-TESTDISK0002"), docs()}));
@@ -566,7 +560,7 @@ TEST(ModShare, RefusesTextThatXmlCannotHold) {
 TEST(ModShare, NormalisesTheListsInLocalMode) {
   two_shares();
   pss->ads_enable = 1;
-  Share share = music().read("#alice#");
+  const Share share = music().read("#alice#");
   EXPECT_EQ(mod_share(share), 1);
   EXPECT_STREQ(share.record().write_list, "#bob#,#carol#");
   expect_on_both_volumes(
@@ -592,7 +586,7 @@ TEST(ModShare, LeavesTheVolumesWhenTheTemporaryFileCannotBeWritten) {
   EXPECT_EQ(Is_Smb_Empty(), 1);
 }
 
-/* ---- Deleting. ---- */
+// ---- Deleting
 
 TEST(DelShare, TakesTheShareOutOfEveryVolume) {
   two_shares();
@@ -659,8 +653,9 @@ TEST(DelShare, RefusesAnEmptyNameAndDoesNotEvenLoad) {
 TEST(DelShare, RefusesAnAbsentName) {
   two_shares();
   for (const std::string &name :
-       {std::string("Films"), std::string("music"), std::string("Music "), std::string(600, 'M')})
+       {std::string("Films"), std::string("music"), std::string("Music "), std::string(600, 'M')}) {
     EXPECT_EQ(del_share(name.c_str()), 0) << name;
+  }
   expect_no_change();
 }
 
@@ -711,4 +706,15 @@ TEST(SpreadCatalogue, IsNeverForOthersToWrite) {
   umask(0);
   EXPECT_EQ(add_share(Share{"Music"}.path("/mnt/HD/HD_a2/Music")), 1);
   EXPECT_EQ(mode("/mnt/HD_a4/.systemfile/.smb.xml"), 0664U);
+}
+
+} // namespace
+} // namespace nasshare::tests
+
+// Wins over the C library's.
+extern "C" [[gnu::visibility("default")]] void sync() noexcept {
+  if (nasshare::tests::sync_leaves_a_mark) {
+    nasshare::tests::make_file("/tmp/sync");
+  }
+  syscall(SYS_sync);
 }

@@ -1,26 +1,24 @@
-/* Reading a volume's share XML: where it lies, what counts as an item, and what becomes of odd content. */
+// Reading a volume's share XML: where it lies, what counts as an item, and what becomes of odd content.
 #include "appliance.h"
 #include "listed_shares.h"
+#include "nasshare/catalogue.h"
+#include "nasshare/support.h"
 #include "output.h"
 #include "share.h"
 #include "volume_table.h"
 
-#include "nasshare/catalogue.h"
-#include "nasshare/support.h"
-
-#include <gtest/gtest.h>
-
 #include <climits>
 #include <cstdio>
 #include <cstring>
+#include <gtest/gtest.h>
 #include <string>
+#include <sys/stat.h>
 #include <vector>
 
-#include <sys/stat.h>
-
+namespace nasshare::tests {
 namespace {
 
-/* Reads this file as volume 0, the single disk WD-1. Nothing may appear on standard error. */
+// Reads this file as volume 0, the single disk WD-1. Nothing may appear on standard error.
 void load(const std::string &text) {
   set_single_disk(0, "WD-1");
   Appliance{}.shares("/mnt/HD_a4", text);
@@ -29,18 +27,18 @@ void load(const std::string &text) {
   EXPECT_EQ(captured.err(), "");
 }
 
-/* A file whose "samba" element has this content. */
+// A file whose "samba" element has this content.
 std::string file_of(const std::string &content) {
   return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<config><samba>" + content + "</samba></config>\n";
 }
 
-/* An item of the disk WD-1 that is accepted, with further elements. */
+// An item of the disk WD-1 that is accepted, with further elements.
 std::string item(const std::string &name, const std::string &more = "") {
   return "<item><volume_raid>1</volume_raid><hd_serial>WD-1</hd_serial><name>" + name +
          "</name><path>/mnt/HD/HD_a2/x</path>" + more + "</item>";
 }
 
-/* The one share of a file, with these further elements in its item. */
+// The one share of a file, with these further elements in its item.
 const smb_share *load_one(const std::string &more) {
   load(file_of(item("Music", more)));
   return check_smb_share_name("Music");
@@ -49,8 +47,6 @@ const smb_share *load_one(const std::string &more) {
 Share music() {
   return Share{"Music"}.on_disk("WD-1").path("/mnt/HD/HD_a2/music");
 }
-
-} // namespace
 
 TEST(ShareXmlReader, LoadsEveryField) {
   load("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
@@ -125,8 +121,9 @@ TEST(ShareXmlReader, KnowsNoOtherVolumes) {
   Appliance{}.shares("/mnt/HD_a4", share_xml({music()})).shares("/mnt/HD_b4", share_xml({music()}));
   smb_dbg_flag = 1;
   EXPECT_EQ(output_of([] {
-              for (const int volume : {-1, 2, INT_MAX, INT_MIN})
+              for (const int volume : {-1, 2, INT_MAX, INT_MIN}) {
                 read_HD_xml(volume);
+              }
             }),
             "");
   EXPECT_EQ(pss->count, 0);
@@ -570,10 +567,14 @@ TEST(ShareXmlReader, AnEndlessEntryDoesNotOpenTheShare) {
 
 TEST(ShareXmlReader, ReadsManyShares) {
   std::string items;
-  for (int i = 0; i < 300; ++i)
+  for (int i = 0; i < 300; ++i) {
     items += item("Share" + std::to_string(i));
+  }
   load(file_of(items));
   EXPECT_EQ(pss->count, 300);
   EXPECT_STREQ(pss->head->name, "Share0");
   EXPECT_STREQ(pss->tail->name, "Share299");
 }
+
+} // namespace
+} // namespace nasshare::tests

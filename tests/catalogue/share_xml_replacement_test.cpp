@@ -1,12 +1,9 @@
-/* A stored file is replaced whole: the old or the new one stands at any instant, and a write that fails
-   leaves the old one. */
+// A stored file is replaced whole: the old or the new one stands at any instant, and a write that fails
+// leaves the old one.
 #include "appliance.h"
+#include "nasshare/catalogue.h"
 #include "output.h"
 #include "share.h"
-
-#include "nasshare/catalogue.h"
-
-#include <gtest/gtest.h>
 
 #include <array>
 #include <cerrno>
@@ -14,22 +11,23 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <fcntl.h>
 #include <fstream>
+#include <gtest/gtest.h>
 #include <string>
 #include <string_view>
-
-#include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
+namespace nasshare::tests {
 namespace {
 
 const std::string folder = "/mnt/HD_a4/.systemfile";
 const std::string stored = folder + "/.smb.xml";
 
-/* What was made durable and renamed so far, one line each, and what is to fail: a step, or all that begin
-   like it with a '*' behind. */
+// What was made durable and renamed so far, one line each, and what is to fail: a step, or all that begin
+// like it with a '*' behind.
 std::string steps;
 std::string failing;
 
@@ -39,8 +37,9 @@ bool is_to_fail(const std::string &what) {
 
 int step(const std::string &what) {
   steps += what + "\n";
-  if (!is_to_fail(what))
+  if (!is_to_fail(what)) {
     return 0;
+  }
   errno = EIO;
   return -1;
 }
@@ -49,6 +48,14 @@ std::string path_of(int fd) {
   std::array<char, PATH_MAX> path{};
   const std::string link = "/proc/self/fd/" + std::to_string(fd);
   return readlink(link.c_str(), path.data(), path.size() - 1) < 0 ? "?" : path.data();
+}
+
+int flush_step(int fd) {
+  return step("flush " + path_of(fd));
+}
+
+int rename_step(const std::string &from, const std::string &to) {
+  return step("rename " + from + " " + to);
 }
 
 ino_t inode(const std::string &path) {
@@ -70,7 +77,7 @@ void mount_options(const std::string &options, const std::string &mounted) {
   ASSERT_EQ(run_program({"mount", "-o", "remount," + options, mounted}).status, 0);
 }
 
-/* The write fails, says nothing, leaves the old text and nothing beside it. */
+// The write fails, says nothing, leaves the old text and nothing beside it.
 void expect_failure_leaves_the_old_file() {
   Captured captured;
   EXPECT_EQ(create_HD_xml(stored.c_str()), -1);
@@ -78,18 +85,6 @@ void expect_failure_leaves_the_old_file() {
   EXPECT_EQ(captured.err(), "");
   EXPECT_EQ(read_file(stored), "old");
   EXPECT_EQ(names_in(folder), std::vector<std::string>{".smb.xml"});
-}
-
-} // namespace
-
-extern "C" {
-[[gnu::visibility("default")]] int fsync(int fd) {
-  return step("flush " + path_of(fd)) == 0 ? static_cast<int>(syscall(SYS_fsync, fd)) : -1;
-}
-
-[[gnu::visibility("default")]] int rename(const char *from, const char *to) noexcept {
-  return step("rename " + std::string(from) + " " + to) == 0 ? renameat(AT_FDCWD, from, AT_FDCWD, to) : -1;
-}
 }
 
 TEST(ShareXmlReplacement, MakesANewFile) {
@@ -200,8 +195,9 @@ TEST(ShareXmlReplacement, FailsWithoutAPlaceForTheFile) {
   const std::string long_name = "/mnt/" + std::string(256, 'n');
   const std::string long_path = "/mnt" + [] {
     std::string parts;
-    while (parts.size() < 5000)
+    while (parts.size() < 5000) {
       parts += "/folder";
+    }
     return parts;
   }();
   Captured captured;
@@ -222,11 +218,25 @@ TEST(ShareXmlReplacement, TheTemporaryFileIsGoneAfterAFailedWrite) {
     SCOPED_TRACE(empty ? "empty catalogue" : "one share");
     Appliance{}.file(temporary, "what an earlier program left");
     Free_All_List();
-    if (!empty)
+    if (!empty) {
       list_shares();
+    }
     failing = "flush " + temporary + ".new*";
     EXPECT_EQ(create_HD_xml(temporary.c_str()), -1);
-    for (const std::string &name : names_in("/tmp"))
+    for (const std::string &name : names_in("/tmp")) {
       EXPECT_FALSE(name.starts_with(".smb.xml")) << name;
+    }
   }
+}
+
+} // namespace
+} // namespace nasshare::tests
+
+// These win over the C library's.
+extern "C" [[gnu::visibility("default")]] int fsync(int fd) {
+  return nasshare::tests::flush_step(fd) == 0 ? static_cast<int>(syscall(SYS_fsync, fd)) : -1;
+}
+
+extern "C" [[gnu::visibility("default")]] int rename(const char *from, const char *to) noexcept {
+  return nasshare::tests::rename_step(from, to) == 0 ? renameat(AT_FDCWD, from, AT_FDCWD, to) : -1;
 }

@@ -1,20 +1,19 @@
-/* Which records of a share XML belong to a volume, and how those are tagged anew that were written under the
-   older numbering or before the volume became an array. */
+// Which records of a share XML belong to a volume, and how those are tagged anew that were written under the
+// older numbering or before the volume became an array.
 #include "appliance.h"
+#include "nasshare/catalogue.h"
 #include "output.h"
 #include "share.h"
 #include "volume_table.h"
 
-#include "nasshare/catalogue.h"
-
 #include <gtest/gtest.h>
-
 #include <string>
 #include <vector>
 
+namespace nasshare::tests {
 namespace {
 
-/* Reads volume 0 from a file with these shares. */
+// Reads volume 0 from a file with these shares.
 void load(const std::vector<Share> &shares) {
   Free_All_List();
   pss->list_changed = 0;
@@ -22,12 +21,14 @@ void load(const std::vector<Share> &shares) {
   read_HD_xml(0);
 }
 
-/* "name type serial" of every listed share. */
+// "name type serial" of every listed share.
 std::vector<std::string> tags() {
   std::vector<std::string> result;
-  for (const smb_share *share = pss->count == 0 ? nullptr : pss->head; share != nullptr; share = share->next)
+  for (const smb_share *share = pss->count == 0 ? nullptr : pss->head; share != nullptr;
+       share = share->next) {
     result.push_back(std::string(share->name) + " " + std::to_string(share->volume_raid) + " " +
                      share->hd_serial);
+  }
   return result;
 }
 
@@ -36,8 +37,6 @@ using Tags = std::vector<std::string>;
 Share share(const char *name, int type, const char *serial) {
   return Share{name}.tag(type, serial).path("/mnt/HD/HD_a2/x");
 }
-
-} // namespace
 
 TEST(Retagging, DecidesEveryRecordByItsTypeAndSerial) {
   struct Row {
@@ -262,3 +261,6 @@ TEST(Retagging, AFullComparisonStringFitsIntoTheRecord) {
   load({share("Music", 3, "WD-1")});
   EXPECT_EQ(tags(), Tags{"Music 4 UUID=" + std::string(58, 'f')});
 }
+
+} // namespace
+} // namespace nasshare::tests

@@ -1,21 +1,20 @@
-/* Writing the share list into a share XML file, and that whatever is written can be read back. */
+// Writing the share list into a share XML file, and that whatever is written can be read back.
 #include "appliance.h"
 #include "listed_shares.h"
+#include "nasshare/catalogue.h"
+#include "nasshare/support.h"
 #include "output.h"
 #include "share.h"
 #include "volume_table.h"
 
-#include "nasshare/catalogue.h"
-#include "nasshare/support.h"
-
-#include <gtest/gtest.h>
-
 #include <climits>
 #include <cstdio>
 #include <cstring>
+#include <gtest/gtest.h>
 #include <random>
 #include <string>
 
+namespace nasshare::tests {
 namespace {
 
 const std::string stored = "/mnt/HD_a4/.systemfile/.smb.xml";
@@ -25,7 +24,7 @@ Share on_disk(std::string_view name) {
   return Share{name}.on_disk("WD-1").path("/mnt/HD/HD_a2/x");
 }
 
-/* Writes the list as volume 0's file, which has to succeed in silence. */
+// Writes the list as volume 0's file, which has to succeed in silence.
 void write() {
   Appliance{}.folder("/mnt/HD_a4/.systemfile");
   Captured captured;
@@ -34,7 +33,7 @@ void write() {
   EXPECT_EQ(captured.err(), "");
 }
 
-/* Writes the list, empties it and fills it again from the file. */
+// Writes the list, empties it and fills it again from the file.
 void write_and_read_back() {
   write();
   Free_All_List();
@@ -42,7 +41,7 @@ void write_and_read_back() {
   read_HD_xml(0);
 }
 
-/* The only listed share after a write and a read. */
+// The only listed share after a write and a read.
 const smb_share &read_back(const Share &share) {
   Free_All_List();
   Insert_Smb_Node(share);
@@ -54,22 +53,22 @@ const smb_share &read_back(const Share &share) {
 
 std::string repeated(const std::string &text, int times) {
   std::string result;
-  for (int i = 0; i < times; ++i)
+  for (int i = 0; i < times; ++i) {
     result += text;
+  }
   return result;
 }
 
-/* The text of an element in the stored file. */
+// The text of an element in the stored file.
 std::string element(const std::string &name) {
   const std::string text = read_file(stored);
-  const size_t start = text.find("<" + name + ">");
-  if (start == std::string::npos)
+  const std::size_t start = text.find("<" + name + ">");
+  if (start == std::string::npos) {
     return "no such element";
-  const size_t from = start + name.size() + 2;
+  }
+  const std::size_t from = start + name.size() + 2;
   return text.substr(from, text.find("</" + name + ">", from) - from);
 }
-
-} // namespace
 
 TEST(ShareXmlWriter, WritesTheWholeList) {
   Insert_Smb_Node(Share{"Music"}
@@ -125,8 +124,9 @@ TEST(ShareXmlWriter, AnEmptyListLeavesAnyOtherTargetUntouched) {
 
 TEST(ShareXmlWriter, TheFirstUsbDiskIsDroppedFromFileAndList) {
   for (const char *name :
-       {"Music", "USBDisk1", "USBDisk1_1", "My USBDisk1 copy", "USBDisk10", "USBDisk2", "usbdisk1"})
+       {"Music", "USBDisk1", "USBDisk1_1", "My USBDisk1 copy", "USBDisk10", "USBDisk2", "usbdisk1"}) {
     Insert_Smb_Node(on_disk(name));
+  }
   write();
   EXPECT_EQ(listed_names(), (Names{"Music", "USBDisk2", "usbdisk1"}));
   EXPECT_EQ(pss->count, 3);
@@ -387,16 +387,17 @@ TEST(ShareXmlWriter, NoTextMakesAFileThatCannotBeRead) {
                           "\xE2", "\x82",  "&#x41;", "&x;",      "&#xD800;", "\xED\xA0", "#alice#",
                           "#,#",  " ",     "\r",     "\xFF\xFE", "<!--"};
   std::mt19937 random(20);
-  const auto text = [&](size_t width) {
+  const auto text = [&](std::size_t width) {
     std::string result;
-    const size_t length = random() % 4 == 0 ? width : random() % width;
-    while (result.size() < length)
+    const std::size_t length = random() % 4 == 0 ? width : random() % width;
+    while (result.size() < length) {
       result += pieces[random() % std::size(pieces)];
+    }
     result.resize(length);
     return result;
   };
   constexpr int shares = 120;
-  for (int i = 0; i < shares; ++i)
+  for (int i = 0; i < shares; ++i) {
     Insert_Smb_Node(Share{std::to_string(i) + ":" + text(500)}
                         .on_disk("WD-1")
                         .comment(text(511))
@@ -404,6 +405,7 @@ TEST(ShareXmlWriter, NoTextMakesAFileThatCannotBeRead) {
                         .oplocks(text(7))
                         .read("#" + text(12286))
                         .deny("#" + text(12286)));
+  }
   write_and_read_back();
   ASSERT_EQ(pss->count, shares);
   int i = 0;
@@ -477,12 +479,16 @@ TEST(ShareXmlWriter, ReplacedBytesThatNoLongerFitAreCutBetweenCharacters) {
 }
 
 TEST(ShareXmlWriter, ReplacedBytesInALongListCutItBetweenEntries) {
-  std::string entry = "#" + std::string(97, '\xFF') + "#";
+  const std::string entry = "#" + std::string(97, '\xFF') + "#";
   std::string list = entry;
-  while (list.size() + 100 <= 12287)
+  while (list.size() + 100 <= 12287) {
     list += "," + entry;
+  }
   const smb_share &share = read_back(on_disk("Music").read(list));
   const std::string kept = "#" + repeated(replacement, 97) + "#";
   // 41 entries of 293 bytes and their commas make 12053 bytes; a 42nd does not fit.
   EXPECT_EQ(share.read_list, kept + repeated("," + kept, 40));
 }
+
+} // namespace
+} // namespace nasshare::tests

@@ -1,14 +1,13 @@
 // What could not be loaded whole is not stored: the files know better.
 #include "appliance.h"
+#include "nasshare/catalogue.h"
 #include "share.h"
 
-#include "nasshare/catalogue.h"
-
-#include <gtest/gtest.h>
-
 #include <csignal>
+#include <gtest/gtest.h>
 #include <string>
 
+namespace nasshare::tests {
 namespace {
 
 constexpr const char *files[2] = {"/mnt/HD_a4/.systemfile/.smb.xml", "/mnt/HD_b4/.systemfile/.smb.xml"};
@@ -28,8 +27,9 @@ Appliance two_disks() {
 
 void expect_refused(const std::string &before) {
   EXPECT_EQ(add_share(Share{"New"}.path("/mnt/HD/HD_a2/new")), 0);
-  for (const char *file : files)
+  for (const char *file : files) {
     EXPECT_EQ(read_file(file), before);
+  }
 }
 
 TEST(TroubledLoad, ScanThatIsKilledLeavesOutNoDisk) {
@@ -125,3 +125,4 @@ TEST(TroubledLoad, AProgramThatIgnoresItsChildrenChangesShares) {
 }
 
 } // namespace
+} // namespace nasshare::tests

@@ -1,14 +1,13 @@
-/* create_usb_share: one share for every mounted USB disk. */
+// create_usb_share: one share for every mounted USB disk.
 #include "listed_shares.h"
+#include "nasshare/support.h"
 #include "output.h"
 #include "share.h"
 
-#include "nasshare/support.h"
-
+#include <cstdio>
 #include <gtest/gtest.h>
 
-#include <cstdio>
-
+namespace nasshare::tests {
 namespace {
 
 void plug_in(int slot, const std::string &share_name, const std::string &folder) {
@@ -16,8 +15,6 @@ void plug_in(int slot, const std::string &share_name, const std::string &folder)
   std::snprintf(pss->usb_share_name[slot], sizeof pss->usb_share_name[slot], "%s", share_name.c_str());
   std::snprintf(pss->usb_mount_name[slot], sizeof pss->usb_mount_name[slot], "%s", folder.c_str());
 }
-
-} // namespace
 
 TEST(UsbShares, AreOpenToEveryone) {
   plug_in(0, "USBDisk1_1", "HD_c1");
@@ -50,14 +47,15 @@ TEST(UsbShares, StandInTheOrderOfTheSlots) {
 }
 
 TEST(UsbShares, OfAllSlotsFindRoom) {
-  for (int slot = 0; slot < 32; ++slot)
+  for (int slot = 0; slot < 32; ++slot) {
     plug_in(slot, "Stick" + std::to_string(slot), "HD_c" + std::to_string(slot + 1));
+  }
   create_usb_share();
   EXPECT_EQ(pss->count, 32);
 }
 
 TEST(UsbShares, AreMadeForSlotsThatAreExactlyOne) {
-  for (int mark : {0, 2, -1}) {
+  for (const int mark : {0, 2, -1}) {
     plug_in(3, "USBDisk1_4", "HD_c4");
     pss->usb_exist[3] = mark;
     create_usb_share();
@@ -120,3 +118,6 @@ TEST(UsbShares, PrintNothingAndAreNoChange) {
   EXPECT_EQ(output_of(create_usb_share), "");
   EXPECT_EQ(pss->list_changed, 0);
 }
+
+} // namespace
+} // namespace nasshare::tests

@@ -1,14 +1,13 @@
-/* Looking up an element of a parsed XML file, and giving the file back. */
+// Looking up an element of a parsed XML file, and giving the file back.
+#include "nasshare/catalogue.h"
 #include "output.h"
 
-#include "nasshare/catalogue.h"
-
-#include <gtest/gtest.h>
-
 #include <cstring>
+#include <gtest/gtest.h>
 #include <libxml/parser.h>
 #include <string>
 
+namespace nasshare::tests {
 namespace {
 
 class Document {
@@ -26,16 +25,14 @@ private:
   xmlDoc *document_;
 };
 
-/* The text of the child in a buffer of that width. */
+// The text of the child in a buffer of that width.
 std::string text_of(const Document &document, const char *name, int size = 64) {
   std::string buffer(128, '~');
   search_xml_children(document.root(), name, buffer.data(), size);
-  EXPECT_EQ(buffer.substr(static_cast<size_t>(size)),
-            std::string(buffer.size() - static_cast<size_t>(size), '~'));
+  EXPECT_EQ(buffer.substr(static_cast<std::size_t>(size)),
+            std::string(buffer.size() - static_cast<std::size_t>(size), '~'));
   return buffer.c_str();
 }
-
-} // namespace
 
 TEST(SearchXmlChildren, FindsTheFirstChildOfThatName) {
   const Document document("<item><a/><name>first</name><name>second</name></item>");
@@ -152,3 +149,6 @@ TEST(FreeXmlMemory, LeavesTheParserUsable) {
   EXPECT_EQ(captured.out(), "");
   EXPECT_EQ(captured.err(), "");
 }
+
+} // namespace
+} // namespace nasshare::tests

@@ -1,16 +1,16 @@
-/* "&" to "&amp;" and back, and numbers to text. */
+// "&" to "&amp;" and back, and numbers to text.
 #include "nasshare/catalogue.h"
-
-#include <gtest/gtest.h>
 
 #include <array>
 #include <cstdint>
 #include <cstring>
+#include <gtest/gtest.h>
 #include <string>
 
+namespace nasshare::tests {
 namespace {
 
-/* A buffer as wide as the operations may use, with a guard behind it. */
+// A buffer as wide as the operations may use, with a guard behind it.
 class Buffer {
 public:
   explicit Buffer(const std::string &text) {
@@ -18,7 +18,7 @@ public:
     std::memcpy(bytes_.data(), text.c_str(), text.size() + 1);
   }
   char *text() { return bytes_.data(); }
-  [[nodiscard]] std::string behind(size_t width) const { return {bytes_.data() + width, 8}; }
+  [[nodiscard]] std::string behind(std::size_t width) const { return {bytes_.data() + width, 8}; }
 
 private:
   std::array<char, 16384> bytes_;
@@ -38,12 +38,11 @@ std::string recovered(const std::string &text) {
 
 std::string repeated(const std::string &text, int times) {
   std::string result;
-  for (int i = 0; i < times; ++i)
+  for (int i = 0; i < times; ++i) {
     result += text;
+  }
   return result;
 }
-
-} // namespace
 
 TEST(ConvertXmlSpecialChar, EscapesEveryAmpersand) {
   const std::pair<const char *, const char *> rows[] = {
@@ -142,7 +141,7 @@ TEST(XmlSpecialChar, MissingTextIsLeftAlone) {
 }
 
 TEST(Itoa, GivesTheDecimalText) {
-  const std::pair<int32_t, const char *> rows[] = {
+  const std::pair<std::int32_t, const char *> rows[] = {
       {0, "0"},
       {7, "7"},
       {9, "9"},
@@ -156,8 +155,9 @@ TEST(Itoa, GivesTheDecimalText) {
       {INT32_MAX, "2147483647"},
       {INT32_MIN, "-2147483648"},
   };
-  for (const auto &[value, text] : rows)
+  for (const auto &[value, text] : rows) {
     EXPECT_STREQ(itoa(value), text);
+  }
 }
 
 TEST(Itoa, OverwritesOneBuffer) {
@@ -166,3 +166,6 @@ TEST(Itoa, OverwritesOneBuffer) {
   EXPECT_EQ(itoa(42), first);
   EXPECT_STREQ(first, "42");
 }
+
+} // namespace
+} // namespace nasshare::tests

@@ -1,6 +1,5 @@
-/* The two files of the DFS namespace as text, and the link list in short. */
-#ifndef NASSHARE_TESTS_DFS_FILES_H
-#define NASSHARE_TESTS_DFS_FILES_H
+// The two files of the DFS namespace as text, and the link list in short.
+#pragma once
 
 #include "nasshare/dfs.h"
 
@@ -9,6 +8,8 @@
 #include <ostream>
 #include <string>
 #include <vector>
+
+namespace nasshare::tests {
 
 constexpr const char *link_path = "/etc/NAS_CFG/smbdfs.xml";
 constexpr const char *group_path = "/etc/NAS_CFG/smbdfs_group.xml";
@@ -43,12 +44,13 @@ inline void list_link(const Link &link) {
 inline std::vector<Link> listed_links() {
   std::vector<Link> links;
   const smb_dfs_node *node = pdfs->count == 0 ? nullptr : pdfs->head;
-  for (; node != nullptr; node = node->next)
+  for (; node != nullptr; node = node->next) {
     links.push_back({node->host, node->share, node->local, node->group});
+  }
   return links;
 }
 
-/* What the link file holds, as its reader gives it. */
+// What the link file holds, as its reader gives it.
 inline std::vector<Link> stored_links() {
   get_dfs_info();
   std::vector<Link> links = listed_links();
@@ -65,7 +67,7 @@ inline std::string dfs_element(const std::string &name, const std::string &value
   return "      <" + name + (value.empty() ? "/>\n" : ">" + value + "</" + name + ">\n");
 }
 
-/* The link file with these links; their values are written as they stand, so escaped ones have to be. */
+// The link file with these links; their values are written as they stand, so escaped ones have to be.
 inline std::string link_file(const std::vector<Link> &links) {
   std::string items;
   for (const auto &[host, share, local, group] : links) {
@@ -75,12 +77,13 @@ inline std::string link_file(const std::vector<Link> &links) {
   return dfs_file(items);
 }
 
-/* The group file with these groups, likewise. */
+// The group file with these groups, likewise.
 inline std::string group_file(const std::vector<std::string> &groups) {
   std::string items;
-  for (const std::string &group : groups)
+  for (const std::string &group : groups) {
     items += "    <item>\n" + dfs_element("group", group) + "    </item>\n";
+  }
   return dfs_file(items);
 }
 
-#endif
+} // namespace nasshare::tests

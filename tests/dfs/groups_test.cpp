@@ -1,21 +1,18 @@
 // The groups: their file, the operations on them, and what these do to the links.
 #include "appliance.h"
 #include "dfs_files.h"
-#include "output.h"
-
 #include "nasshare/acl.h"
 #include "nasshare/support.h"
+#include "output.h"
 
+#include <functional>
 #include <gtest/gtest.h>
-
 #include <sys/socket.h>
+#include <sys/stat.h>
 #include <sys/un.h>
 #include <unistd.h>
 
-#include <functional>
-
-#include <sys/stat.h>
-
+namespace nasshare::tests {
 namespace {
 
 using Names = std::vector<std::string>;
@@ -31,12 +28,13 @@ void stored(const Names &groups, const std::vector<Link> &links) {
 Names listed_names() {
   Names names;
   const smb_name_node *node = pnl->count == 0 ? nullptr : pnl->head;
-  for (; node != nullptr; node = node->next)
+  for (; node != nullptr; node = node->next) {
     names.emplace_back(node->name);
+  }
   return names;
 }
 
-/* The name list that comes of a group file with this text, in place of one that held a name. */
+// The name list that comes of a group file with this text, in place of one that held a name.
 Names read_from(const std::string &text) {
   Appliance{}.file(group_path, text);
   Free_Name_List();
@@ -51,7 +49,7 @@ ino_t inode(const char *path) {
   return status.st_ino;
 }
 
-/* The operation leaves the very files that stood there. */
+// The operation leaves the very files that stood there.
 template <class Operation> void expect_files_untouched(Operation operation) {
   const ino_t groups = inode(group_path);
   const ino_t links = inode(link_path);
@@ -68,8 +66,6 @@ void bind_socket(const char *path) {
   ASSERT_EQ(bind(file, reinterpret_cast<const sockaddr *>(&address), sizeof address), 0);
   close(file);
 }
-
-} // namespace
 
 TEST(GroupStore, TheNameListIsWrittenAsItems) {
   Insert_Name_Node("media");
@@ -99,8 +95,9 @@ TEST(GroupStore, AnEmptyNameListIsAnEmptyElement) {
 }
 
 TEST(GroupStore, AListedNameIsWrittenAsMarkup) {
-  for (const char *name : {"R&amp;B", "&#38;", "R&B", "&lt;", "&nonesuch;", ""})
+  for (const char *name : {"R&amp;B", "&#38;", "R&B", "&lt;", "&nonesuch;", ""}) {
     Insert_Name_Node(name);
+  }
   write_DFS_group_xml();
   EXPECT_EQ(read_file(group_path), group_file({"R&amp;B", "&amp;", "R&amp;B", "&lt;", "&amp;nonesuch;", ""}));
 }
@@ -300,7 +297,7 @@ TEST(Groups, ABadFileCountsAsEmptyAndIsReplacedByTheNextWrite) {
 
 TEST(Groups, EveryOperationEmptiesTheNameList) {
   stored({"media"}, {tunes});
-  const std::vector<std::function<uint32_t()>> operations{
+  const std::vector<std::function<std::uint32_t()>> operations{
       [] { return add_dfs_group_node("office"); },
       [] { return add_dfs_group_node("office"); },
       [] { return chk_dfs_group_exist("office"); },
@@ -310,7 +307,7 @@ TEST(Groups, EveryOperationEmptiesTheNameList) {
       [] { return del_dfs_group_node("video"); },
       [] { return del_dfs_group_node("nonesuch"); },
   };
-  for (size_t i = 0; i < operations.size(); ++i) {
+  for (std::size_t i = 0; i < operations.size(); ++i) {
     SCOPED_TRACE(i);
     Insert_Name_Node("before");
     EXPECT_EQ(operations[i](), i % 2 == 0 ? 1U : 0U);
@@ -323,7 +320,7 @@ TEST(Groups, EveryOperationEmptiesTheNameList) {
 TEST(Groups, ARenameIsTracedForDebugFlagOneOnly) {
   const std::string trace = "--- [media][video]\n";
   const std::string listing = "DFS list :\nName = srv1\nshare = music\nlocal = tunes\ngroup = media\n\n";
-  for (int flag : {0, 1, 2}) {
+  for (const int flag : {0, 1, 2}) {
     SCOPED_TRACE(flag);
     stored({"media"}, {tunes});
     smb_dbg_flag = flag;
@@ -335,7 +332,7 @@ TEST(Groups, ARenameIsTracedForDebugFlagOneOnly) {
 
 TEST(Groups, ARenameOfAnAbsentGroupIsTracedToo) {
   stored({"office"}, {tunes});
-  for (int flag : {0, 1, 2}) {
+  for (const int flag : {0, 1, 2}) {
     SCOPED_TRACE(flag);
     smb_dbg_flag = flag;
     EXPECT_EQ(output_of([] { mod_dfs_group_node("me%sdia", "video"); }),
@@ -355,7 +352,7 @@ TEST(Groups, ARenameWithoutBothNamesIsNotTraced) {
 }
 
 TEST(Groups, ADeletedGroupsLinksAreListedForAnyDebugFlagButZero) {
-  for (int flag : {0, 1, 2}) {
+  for (const int flag : {0, 1, 2}) {
     SCOPED_TRACE(flag);
     stored({"media"}, {tunes});
     smb_dbg_flag = flag;
@@ -365,7 +362,7 @@ TEST(Groups, ADeletedGroupsLinksAreListedForAnyDebugFlagButZero) {
 }
 
 TEST(Groups, TheOthersPrintNothing) {
-  for (int flag : {0, 1, 2}) {
+  for (const int flag : {0, 1, 2}) {
     SCOPED_TRACE(flag);
     smb_dbg_flag = flag;
     EXPECT_EQ(output_of([] {
@@ -379,3 +376,6 @@ TEST(Groups, TheOthersPrintNothing) {
               "");
   }
 }
+
+} // namespace
+} // namespace nasshare::tests

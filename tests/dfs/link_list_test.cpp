@@ -1,13 +1,12 @@
 // The list of links: appending, finding, unlinking, changes by group, printing.
 #include "dfs_files.h"
+#include "nasshare/support.h"
 #include "output.h"
 
-#include "nasshare/support.h"
-
+#include <cstdlib>
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-
+namespace nasshare::tests {
 namespace {
 
 using Links = std::vector<Link>;
@@ -25,8 +24,6 @@ smb_dfs_node *found(const std::string &group, const std::string &local) {
   const smb_dfs_node key = record_of({"", "", local, group});
   return dfs_check_node(&key);
 }
-
-} // namespace
 
 TEST(LinkList, IsEmptyAtStart) {
   EXPECT_EQ(pdfs, &dfslist);
@@ -263,8 +260,9 @@ TEST(LinkList, DeletingTheOnlyGroupEmptiesTheList) {
 
 TEST(LinkList, AGroupIsDeletedOnlyByItsExactName) {
   list_link(tunes);
-  for (const char *group : {"Media", "medi", "media ", "tunes", ""})
+  for (const char *group : {"Media", "medi", "media ", "tunes", ""}) {
     dfs_delete_node_by_group(group);
+  }
   dfs_delete_node_by_group(nullptr);
   EXPECT_EQ(listed_links(), Links{tunes});
 }
@@ -287,7 +285,7 @@ TEST(LinkList, IsPrintedForAnyDebugFlagButZero) {
                               "Name = srv1\nshare = music\nlocal = tunes\ngroup = media\n"
                               "Name = 100%s\nshare = \nlocal = a b\ngroup = %n\n"
                               "\n";
-  for (int flag : {0, 1, 2, -1}) {
+  for (const int flag : {0, 1, 2, -1}) {
     SCOPED_TRACE(flag);
     smb_dbg_flag = flag;
     EXPECT_EQ(output_of(dfs_print_all), flag == 0 ? "" : listing);
@@ -295,9 +293,12 @@ TEST(LinkList, IsPrintedForAnyDebugFlagButZero) {
 }
 
 TEST(LinkList, AnEmptyListIsPrintedWithHeadAndEnd) {
-  for (int flag : {0, 1, 2}) {
+  for (const int flag : {0, 1, 2}) {
     SCOPED_TRACE(flag);
     smb_dbg_flag = flag;
     EXPECT_EQ(output_of(dfs_print_all), flag == 0 ? "" : "DFS list :\n\n");
   }
 }
+
+} // namespace
+} // namespace nasshare::tests

@@ -2,12 +2,12 @@
 #include "../support/descriptor_limit.h"
 #include "appliance.h"
 #include "dfs_files.h"
-#include "output.h"
-
 #include "nasshare/support.h"
+#include "output.h"
 
 #include <gtest/gtest.h>
 
+namespace nasshare::tests {
 namespace {
 
 using Links = std::vector<Link>;
@@ -15,7 +15,7 @@ using Links = std::vector<Link>;
 const Link tunes{"srv1", "music", "tunes", "media"};
 const Link papers{"srv3", "docs", "papers", "office"};
 
-/* The list that comes of a file with this text, in place of one that held a link. */
+// The list that comes of a file with this text, in place of one that held a link.
 Links read_from(const std::string &text) {
   Appliance{}.file(link_path, text);
   dfs_remove_all();
@@ -23,8 +23,6 @@ Links read_from(const std::string &text) {
   read_DFS_xml();
   return listed_links();
 }
-
-} // namespace
 
 TEST(LinkStore, TheListIsWrittenAsItems) {
   list_link(tunes);
@@ -210,8 +208,9 @@ TEST(LinkStore, AValueIsCutOnAWholeCharacter) {
 
 TEST(LinkStore, ThousandsOfLinksKeepTheirOrder) {
   Links links;
-  for (int i = 0; i < 3000; ++i)
+  for (int i = 0; i < 3000; ++i) {
     links.push_back({"srv", "music", "link" + std::to_string(i), "media"});
+  }
   EXPECT_EQ(read_from(link_file(links)), links);
   write_DFS_xml();
   EXPECT_EQ(read_file(link_path), link_file(links));
@@ -229,7 +228,7 @@ TEST(LinkStore, LoadingEmptiesTheListFirst) {
 
 TEST(LinkStore, LoadingPrintsWhatItLoadedForAnyDebugFlagButZero) {
   Appliance{}.file(link_path, link_file({tunes}));
-  for (int flag : {0, 1, 2}) {
+  for (const int flag : {0, 1, 2}) {
     SCOPED_TRACE(flag);
     smb_dbg_flag = flag;
     EXPECT_EQ(output_of(get_dfs_info),
@@ -238,9 +237,12 @@ TEST(LinkStore, LoadingPrintsWhatItLoadedForAnyDebugFlagButZero) {
 }
 
 TEST(LinkStore, LoadingPrintsHeadAndEndWithoutLinks) {
-  for (int flag : {0, 1, 2}) {
+  for (const int flag : {0, 1, 2}) {
     SCOPED_TRACE(flag);
     smb_dbg_flag = flag;
     EXPECT_EQ(output_of(get_dfs_info), flag == 0 ? "" : "DFS list :\n\n");
   }
 }
+
+} // namespace
+} // namespace nasshare::tests

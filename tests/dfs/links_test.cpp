@@ -1,14 +1,13 @@
 // The operations on links: each loads the file, acts, replaces the file and leaves the list empty.
 #include "appliance.h"
 #include "dfs_files.h"
+#include "nasshare/support.h"
 #include "output.h"
 
-#include "nasshare/support.h"
-
 #include <gtest/gtest.h>
-
 #include <sys/stat.h>
 
+namespace nasshare::tests {
 namespace {
 
 using Links = std::vector<Link>;
@@ -27,7 +26,7 @@ ino_t inode() {
   return status.st_ino;
 }
 
-/* The operation leaves the very file that stood there. */
+// The operation leaves the very file that stood there.
 template <class Operation> void expect_file_untouched(Operation operation) {
   const ino_t before = inode();
   const std::string text = read_file(link_path);
@@ -35,8 +34,6 @@ template <class Operation> void expect_file_untouched(Operation operation) {
   EXPECT_EQ(inode(), before);
   EXPECT_EQ(read_file(link_path), text);
 }
-
-} // namespace
 
 TEST(Links, TheFirstAddedLinkMakesTheFile) {
   EXPECT_EQ(add_dfs_node("srv1", "music", "tunes", "media"), 1U);
@@ -212,7 +209,7 @@ TEST(Links, ABadFileCountsAsEmptyAndIsReplacedByTheNextWrite) {
 
 TEST(Links, WhatTheListHeldBeforeIsLostWithEveryOperation) {
   stored({tunes});
-  const std::vector<std::function<uint32_t()>> operations{
+  const std::vector<std::function<std::uint32_t()>> operations{
       [] { return chk_dfs_node_exist("media", "tunes"); },
       [] { return add_dfs_node("srv2", "movies", "films", "media"); },
       [] { return mod_dfs_node("srv2", "movies", "films", "media", "films", "media"); },
@@ -241,8 +238,8 @@ TEST(Links, EveryOperationListsTheLoadedLinksForAnyDebugFlagButZero) {
       [] { del_dfs_node("tunes", "media"); },
       [] { del_dfs_node("nonesuch", "media"); },
   };
-  for (size_t i = 0; i < operations.size(); ++i) {
-    for (int flag : {0, 1, 2}) {
+  for (std::size_t i = 0; i < operations.size(); ++i) {
+    for (const int flag : {0, 1, 2}) {
       SCOPED_TRACE("operation " + std::to_string(i) + ", flag " + std::to_string(flag));
       stored({tunes});
       smb_dbg_flag = flag;
@@ -256,3 +253,6 @@ TEST(Links, AnAddWithoutAFilePrintsHeadAndEndOfTheListing) {
   smb_dbg_flag = 2;
   EXPECT_EQ(output_of([] { add_dfs_node("srv1", "music", "tunes", "media"); }), "DFS list :\n\n");
 }
+
+} // namespace
+} // namespace nasshare::tests

@@ -1,12 +1,12 @@
 // A host program picks a link or a group from the loaded list and hands its own text back: the operations
 // empty that list first.
 #include "appliance.h"
-
 #include "nasshare/acl.h"
 #include "nasshare/dfs.h"
 
 #include <gtest/gtest.h>
 
+namespace nasshare::tests {
 namespace {
 
 void store_two_links() {
@@ -97,3 +97,4 @@ TEST(ALoadedGroupsOwnName, DeletesIt) {
 }
 
 } // namespace
+} // namespace nasshare::tests

@@ -1,24 +1,23 @@
 // Values that neither file can hold, and files that cannot be written: the answer is 0 and nothing changes.
 #include "appliance.h"
 #include "dfs_files.h"
-#include "output.h"
-
 #include "nasshare/support.h"
-
-#include <gtest/gtest.h>
+#include "output.h"
 
 #include <array>
 #include <functional>
+#include <gtest/gtest.h>
 
+namespace nasshare::tests {
 namespace {
 
 const Link tunes{"srv1", "music", "tunes", "media"};
 
-/* An operation that takes values at each of its places; the others are given good ones. */
+// An operation that takes values at each of its places; the others are given good ones.
 struct Operation {
   const char *name;
-  size_t values;
-  std::function<uint32_t(const std::array<const char *, 6> &)> run;
+  std::size_t values;
+  std::function<std::uint32_t(const std::array<const char *, 6> &)> run;
   std::array<const char *, 6> good;
 };
 
@@ -60,7 +59,7 @@ void expect_files_unchanged() {
   EXPECT_EQ(names_in("/etc/NAS_CFG"), (std::vector<std::string>{"smbdfs.xml", "smbdfs_group.xml"}));
 }
 
-/* The value is refused in all four places of a new link, of a changed one, and as the name of a group. */
+// The value is refused in all four places of a new link, of a changed one, and as the name of a group.
 void expect_refused_everywhere(const std::string &value) {
   const char *bad = value.c_str();
   store_one_of_each();
@@ -86,12 +85,10 @@ void store_on_a_read_only_volume() {
   ASSERT_EQ(run_program({"mount", "-o", "remount,ro", "/etc/NAS_CFG"}).status, 0);
 }
 
-} // namespace
-
 TEST(RefusedValues, AMissingOrEmptyArgumentIsRefusedAtEveryPlace) {
   store_one_of_each();
   for (const Operation &operation : operations) {
-    for (size_t place = 0; place < operation.values; ++place) {
+    for (std::size_t place = 0; place < operation.values; ++place) {
       SCOPED_TRACE(operation.name + std::string(", argument ") + std::to_string(place));
       auto values = operation.good;
       values[place] = nullptr;
@@ -174,13 +171,15 @@ TEST(RefusedValues, AHostCountsItsOwnBytes) {
 
 TEST(RefusedValues, BytesThatAreNoTextAreRefused) {
   for (const char *value :
-       {"a\xff", "\x80", "\xc0\xaf", "\xed\xa0\x80", "\xf4\x90\x80\x80", "caf\xe9", "\xc3"})
+       {"a\xff", "\x80", "\xc0\xaf", "\xed\xa0\x80", "\xf4\x90\x80\x80", "caf\xe9", "\xc3"}) {
     expect_refused_everywhere(value);
+  }
 }
 
 TEST(RefusedValues, CharactersThatXmlDoesNotKnowAreRefused) {
-  for (const char *value : {"\x01", "a\x1f", "\x08", "\x0b", "\uFFFE", "\uFFFF"})
+  for (const char *value : {"\x01", "a\x1f", "\x08", "\x0b", "\uFFFE", "\uFFFF"}) {
     expect_refused_everywhere(value);
+  }
 }
 
 TEST(RefusedValues, NothingIsPrintedAboutThem) {
@@ -220,7 +219,7 @@ TEST(FailedWrites, OfTheWritersLeaveTheFilesToo) {
   expect_files_unchanged();
 }
 
-/* The group file comes first: what fails behind it leaves links of a group that is gone. */
+// The group file comes first: what fails behind it leaves links of a group that is gone.
 TEST(FailedWrites, OfTheLinksAloneLeaveTheGroupRenamed) {
   Appliance{}.file(group_path, group_file({"media"})).file(std::string(link_path) + "/in/the/way", "");
   EXPECT_EQ(mod_dfs_group_node("media", "video"), 0U);
@@ -238,3 +237,6 @@ TEST(FailedWrites, OfTheGroupsLeaveTheLinks) {
   EXPECT_EQ(del_dfs_group_node("media"), 0U);
   EXPECT_EQ(read_file(link_path), link_file({tunes}));
 }
+
+} // namespace
+} // namespace nasshare::tests

@@ -1,18 +1,16 @@
 // The tree that Samba serves: a folder per group, in it a link "msdfs:host\share" per link.
 #include "appliance.h"
 #include "dfs_files.h"
-#include "output.h"
-
 #include "nasshare/catalogue.h"
 #include "nasshare/support.h"
-
-#include <gtest/gtest.h>
+#include "output.h"
 
 #include <filesystem>
-
+#include <gtest/gtest.h>
 #include <sys/mount.h>
 #include <sys/stat.h>
 
+namespace nasshare::tests {
 namespace {
 
 const std::string root = "/etc/dfsroot";
@@ -27,11 +25,12 @@ std::string target(const std::string &path) {
 void enabled(const std::vector<Link> &links) {
   Appliance{}.config("/system_mgr/samba/dfs_enable", "1");
   dfs_remove_all();
-  for (const auto &[host, share, local, group] : links)
+  for (const auto &[host, share, local, group] : links) {
     ASSERT_EQ(add_dfs_node(host.c_str(), share.c_str(), local.c_str(), group.c_str()), 1U);
+  }
 }
 
-/* rm, mkdir, chmod and ln do their work and write their calls, each argument in brackets. */
+// rm, mkdir, chmod and ln do their work and write their calls, each argument in brackets.
 void watch_commands() {
   Appliance machine;
   for (const char *name : {"rm", "mkdir", "chmod", "ln"}) {
@@ -40,18 +39,16 @@ void watch_commands() {
   }
 }
 
-/* The commands that the link of these names is made with. */
+// The commands that the link of these names is made with.
 std::string shown_command(const Link &link) {
   enabled({link});
   smb_dbg_flag = 1;
   Captured captured;
   create_dfs_link();
   const std::string out = captured.out();
-  const size_t start = out.find("dfs link cmd [");
+  const std::size_t start = out.find("dfs link cmd [");
   return start == std::string::npos ? out : out.substr(start);
 }
-
-} // namespace
 
 TEST(RootLinks, ALinkLiesInTheFolderOfItsGroup) {
   enabled({tunes});
@@ -156,8 +153,9 @@ TEST(RootLinks, TheWholeCommandFitsWhateverTheNames) {
   const std::string g(511, ')');
   const auto escaped = [](char character) {
     std::string text;
-    for (int i = 0; i < 511; ++i)
+    for (int i = 0; i < 511; ++i) {
       text += std::string("\\") + character;
+    }
     return text;
   };
   EXPECT_EQ(shown_command({h, s, l, g}), "dfs link cmd [ln -s msdfs:" + escaped('$') + "\\\\" + escaped(' ') +
@@ -251,8 +249,9 @@ TEST(RootLinks, OfTwoLinksOfOneIdentityTheFirstWins) {
 }
 
 TEST(RootLinks, FailingCommandsAreNotNoticed) {
-  for (const char *name : {"mkdir", "chmod", "ln"})
+  for (const char *name : {"mkdir", "chmod", "ln"}) {
     Appliance{}.command(name, "", 1);
+  }
   enabled({tunes, papers});
   create_dfs_link();
   EXPECT_EQ(transcript(), "mkdir /etc/dfsroot/media\n"
@@ -273,7 +272,7 @@ TEST(RootLinks, NothingHappensUnlessSwitchedOnWithOne) {
   for (const char *value : {"0", "2", "-1", "", "yes"}) {
     SCOPED_TRACE(value);
     Appliance{}.config("/system_mgr/samba/dfs_enable", value);
-    for (int flag : {0, 1, 2}) {
+    for (const int flag : {0, 1, 2}) {
       smb_dbg_flag = flag;
       EXPECT_EQ(output_of(create_dfs_link), "");
     }
@@ -292,7 +291,7 @@ TEST(RootLinks, NothingHappensWithoutTheSwitch) {
 }
 
 TEST(RootLinks, TheSwitchIsKeptInTheCatalogue) {
-  for (int value : {1, 0, 2, -1}) {
+  for (const int value : {1, 0, 2, -1}) {
     Appliance{}.config("/system_mgr/samba/dfs_enable", std::to_string(value));
     create_dfs_link();
     EXPECT_EQ(pss->dfs_enable, value);
@@ -314,7 +313,7 @@ TEST(RootLinks, TheLinksAreListedForAnyDebugFlagAndTheCommandsForOne) {
                               "\n";
   const std::string commands = "dfs link cmd [ln -s msdfs:srv1\\\\music /etc/dfsroot/media/tunes]\n"
                                "dfs link cmd [ln -s msdfs:srv3\\\\docs /etc/dfsroot/office/papers]\n";
-  for (int flag : {0, 1, 2}) {
+  for (const int flag : {0, 1, 2}) {
     SCOPED_TRACE(flag);
     smb_dbg_flag = flag;
     EXPECT_EQ(output_of(create_dfs_link), flag == 0 ? "" : flag == 1 ? listing + commands : listing);
@@ -363,3 +362,6 @@ TEST(RootLinks, ARootThatIsMountedIsBuiltOn) {
   EXPECT_EQ(names_in(root + "/media"), std::vector<std::string>{"tunes"});
   EXPECT_EQ(mode(root), 0777U);
 }
+
+} // namespace
+} // namespace nasshare::tests

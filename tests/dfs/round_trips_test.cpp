@@ -1,16 +1,16 @@
 // A value is what the caller gave, however often other operations load and store it.
 #include "appliance.h"
 #include "dfs_files.h"
-
 #include "nasshare/acl.h"
 
 #include <gtest/gtest.h>
 
+namespace nasshare::tests {
 namespace {
 
 struct Row {
   std::string value;
-  std::string stored; /* how it stands in the file */
+  std::string stored; // how it stands in the file
 };
 
 const std::vector<Row> rows{
@@ -40,7 +40,7 @@ const std::vector<Row> rows{
     {"\x7f", "\x7f"},
 };
 
-/* Ten times over, operations that have nothing to do with the value load both files and replace them. */
+// Ten times over, operations that have nothing to do with the value load both files and replace them.
 void rewrite_ten_times() {
   for (int i = 0; i < 10; ++i) {
     const std::string name = "other" + std::to_string(i);
@@ -54,8 +54,6 @@ void rewrite_ten_times() {
     ASSERT_EQ(del_dfs_group_node("papers"), 1U);
   }
 }
-
-} // namespace
 
 TEST(RoundTrips, AnAddedLinkStaysWhatItWas) {
   for (const auto &[value, stored] : rows) {
@@ -133,7 +131,7 @@ TEST(RoundTrips, NamesThatDifferOnlyInTheirEscapingAreDifferentNames) {
                                              {"srv1", "music", "&amp;amp;amp;", "&amp;amp;amp;"}}));
 }
 
-/* What the exported writer stored out of escaped fields is the same value to the operations. */
+// What the exported writer stored out of escaped fields is the same value to the operations.
 TEST(RoundTrips, EscapedFieldsOfAHostProgramAreStoredOnce) {
   list_link({"a&amp;b", "R&amp;B", "R&amp;B", "R&amp;B"});
   write_DFS_xml();
@@ -143,3 +141,6 @@ TEST(RoundTrips, EscapedFieldsOfAHostProgramAreStoredOnce) {
   EXPECT_EQ(stored_links(), (std::vector<Link>{{"a&b", "R&B", "R&B", "R&B"}}));
   EXPECT_EQ(chk_dfs_group_exist("R&B"), 1U);
 }
+
+} // namespace
+} // namespace nasshare::tests

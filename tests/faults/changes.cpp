@@ -2,13 +2,14 @@
 
 #include "../dfs/dfs_files.h"
 #include "appliance.h"
-#include "share.h"
-
 #include "nasshare/acl.h"
 #include "nasshare/dfs.h"
 #include "nasshare/platform.h"
+#include "share.h"
 
 #include <utility>
+
+namespace nasshare::tests {
 
 namespace {
 
@@ -19,7 +20,7 @@ const Files::key_type share_files[2] = {"/mnt/HD_a4/.systemfile/.smb.xml", "/mnt
 const Files::key_type domain_files[2] = {"/mnt/HD_a4/.systemfile/.smb_ads.xml",
                                          "/mnt/HD_b4/.systemfile/.smb_ads.xml"};
 
-/* A share as it stands in the file. */
+// A share as it stands in the file.
 Share stored_share(int volume, const std::string &name) {
   Share share{name};
   share.path(volumes[volume] + name).on_disk(serials[volume]).browseable("yes").public_("yes");
@@ -44,7 +45,7 @@ Shares shares_before() {
   return {music(), photos(), docs()};
 }
 
-/* ---- What follows: one more share, which a whole load puts behind those of both volumes. ---- */
+// ---- What follows: one more share, which a whole load puts behind those of both volumes
 
 Share one_more() {
   return stored_share(0, "Videos").write("#bob#").deny("#nobody#");
@@ -55,42 +56,44 @@ int add_one_more() {
       Share{"Videos"}.path("/mnt/HD/HD_a2/Videos").write("#bob#").oplocks("yes").map_archive("no"));
 }
 
-/* The shares that a file gives its own volume when it is loaded. */
+// The shares that a file gives its own volume when it is loaded.
 void load(Shares &list, int volume, const Shares &file) {
   for (const Share &share : file) {
-    if (std::string(share.record().hd_serial) == serials[volume])
+    if (std::string(share.record().hd_serial) == serials[volume]) {
       list.push_back(share);
+    }
   }
 }
 
-/* `loaded` is what `stored` becomes when it is loaded again. */
+// `loaded` is what `stored` becomes when it is loaded again.
 Change share_change(const std::string &name, const std::function<int()> &run, const Shares &stored,
                     const Shares &loaded, const Files::key_type (&paths)[2] = share_files,
                     const Shares &before = shares_before()) {
   Change change{name, [] {}, run, {}, add_one_more, {}};
-  for (const std::string &path : paths)
+  for (const std::string &path : paths) {
     change.after[path] = share_xml(stored);
+  }
   const std::vector<std::string> files(std::begin(paths), std::end(paths));
   change.after_next = [=](const Files &now) {
     Shares list;
     for (int volume = 0; volume < 2; ++volume) {
-      const bool is_new = now.at(files[static_cast<size_t>(volume)]) == share_xml(stored);
+      const bool is_new = now.at(files[static_cast<std::size_t>(volume)]) == share_xml(stored);
       load(list, volume, is_new ? loaded : before);
     }
     list.push_back(one_more());
     Files next = now;
-    for (const std::string &path : files)
+    for (const std::string &path : files) {
       next[path] = share_xml(list);
+    }
     return next;
   };
   return change;
 }
 
-/* ---- The DFS files and the configuration: the next change puts its own text into the old or new file. ----
- */
+// ---- The DFS files and the configuration: the next change puts its own text into the old or new file
 
 std::string replaced(std::string text, const std::string &old, const std::string &fresh) {
-  const size_t place = text.find(old);
+  const std::size_t place = text.find(old);
   return place == std::string::npos ? "no " + old : text.replace(place, old.size(), fresh);
 }
 
@@ -128,18 +131,21 @@ Files make_appliance_in(int domain_mode) {
                  "printf '/dev/sda: scsi0 channel=0 id=0 lun=0 [em]\\n/dev/sdb: scsi1 channel=0 id=0 "
                  "lun=0 [em]\\n'");
   machine.script("smbcom", ":");
-  for (const char *folder : {"Music", "Videos"})
+  for (const char *folder : {"Music", "Videos"}) {
     machine.folder(volumes[0] + std::string(folder));
-  for (const char *folder : {"Photos", "Docs", "Films"})
+  }
+  for (const char *folder : {"Photos", "Docs", "Films"}) {
     machine.folder(volumes[1] + std::string(folder));
+  }
   machine.file(database, configuration_before(domain_mode));
   machine.file(link_path, link_file(links_before)).file(group_path, group_file({"Media", "Work"}));
-  for (const char *hidden : {"/mnt/HD_a4", "/mnt/HD_b4"})
+  for (const char *hidden : {"/mnt/HD_a4", "/mnt/HD_b4"}) {
     machine.shares(hidden, share_xml(shares_before()));
+  }
   return stored_files();
 }
 
-/* Accounts that only the domain knows. */
+// Accounts that only the domain knows.
 Shares domain_shares_before() {
   return {stored_share(0, "Music").read("#dora#").write("#@Sales Team#").deny("#nobody#"),
           stored_share(1, "Docs").write("#dora#").deny("#nobody#")};
@@ -153,13 +159,14 @@ Files make_appliance() {
 
 Files make_domain_appliance() {
   make_appliance_in(1);
-  for (const std::string &path : domain_files)
+  for (const std::string &path : domain_files) {
     Appliance{}.file(path, share_xml(domain_shares_before()));
+  }
   Appliance{}.script("smbcom", ":");
   return stored_files();
 }
 
-/* Everyone but carol: the accounts are read one by one. */
+// Everyone but carol: the accounts are read one by one.
 Change adding_a_share() {
   const Share record =
       Share{"Films"}.path("/mnt/HD/HD_b2/Films").everyone().deny("#carol#").oplocks("yes").map_archive("no");
@@ -190,7 +197,7 @@ Change deleting_a_share() {
       "del_share", [] { return del_share("Docs"); }, after, after);
 }
 
-/* A share on each volume; everyone of the second becomes everyone but alice. */
+// A share on each volume; everyone of the second becomes everyone but alice.
 Change changing_an_account() {
   const Share music_after = stored_share(0, "Music").write("#bob#,#alice#").deny("#nobody#");
   const Share photos_after = stored_share(1, "Photos").write("#bob#,#carol#");
@@ -255,3 +262,5 @@ Change storing_a_value() {
           },
           replacing_in(database, "cellar", "attic")};
 }
+
+} // namespace nasshare::tests

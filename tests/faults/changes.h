@@ -1,9 +1,8 @@
-/* A small appliance and the changes that its stored files must survive, whatever interrupts them.
- *
- * Two single disks; the share Music on the first volume, Photos and Docs on the second; two groups with a
- * link each; a configuration without a value at its default. */
-#ifndef NASSHARE_TESTS_CHANGES_H
-#define NASSHARE_TESTS_CHANGES_H
+// A small appliance and the changes that its stored files must survive, whatever interrupts them.
+//
+// Two single disks; the share Music on the first volume, Photos and Docs on the second; two groups with a
+// link each; a configuration without a value at its default.
+#pragma once
 
 #include "stored_files.h"
 
@@ -11,20 +10,22 @@
 #include <string>
 #include <vector>
 
+namespace nasshare::tests {
+
 struct Change {
   std::string name;
-  std::function<void()> prepare; /* steps that are not interrupted */
-  std::function<int()> run;      /* the answer; 1 for an operation that has none */
-  Files after;                   /* the files that differ afterwards; the others are as before */
-  std::function<int()> next;     /* the operation that follows an interrupted one */
-  /* What the files are once `next` ran on these. Each of them is the old or the new one. */
+  std::function<void()> prepare; // steps that are not interrupted
+  std::function<int()> run;      // the answer; 1 for an operation that has none
+  Files after;                   // the files that differ afterwards; the others are as before
+  std::function<int()> next;     // the operation that follows an interrupted one
+  // What the files are once `next` ran on these. Each of them is the old or the new one.
   std::function<Files(const Files &)> after_next;
 };
 
-/* Sets the machine up; the files of `before`, which are the same each time. */
+// Sets the machine up; the files of `before`, which are the same each time.
 Files make_appliance();
 
-/* The same in domain mode, with the share XML of both modes. */
+// The same in domain mode, with the share XML of both modes.
 Files make_domain_appliance();
 
 Change adding_a_share();
@@ -36,4 +37,4 @@ Change adding_a_link();
 Change renaming_a_group();
 Change storing_a_value();
 
-#endif
+} // namespace nasshare::tests

@@ -1,31 +1,28 @@
-/* Each allocation of the libraries fails in turn, alone or with all that follow, in the process that changes
-   stored files or reads them. */
-#include "failing_memory.h"
-#include "findings.h"
-#include "verdict.h"
-
+// Each allocation of the libraries fails in turn, alone or with all that follow, in the process that changes
+// stored files or reads them.
 #include "../ads/domain_settings.h"
 #include "../special/iso_catalogue.h"
 #include "appliance.h"
+#include "failing_memory.h"
 #include "files.h"
-#include "share.h"
-
+#include "findings.h"
 #include "nasshare/nasshare.h"
-
-#include <gtest/gtest.h>
+#include "share.h"
+#include "verdict.h"
 
 #include <cstdio>
 #include <functional>
+#include <grp.h>
+#include <gtest/gtest.h>
+#include <pwd.h>
 #include <string>
+#include <sys/mman.h>
 #include <utility>
 
-#include <grp.h>
-#include <pwd.h>
-#include <sys/mman.h>
-
+namespace nasshare::tests {
 namespace {
 
-/* A flag that a child process sets for its parent. */
+// A flag that a child process sets for its parent.
 class SharedFlag {
 public:
   SharedFlag()
@@ -57,7 +54,7 @@ struct Endured {
   Findings findings;
 };
 
-/* `judge` says what is wrong afterwards. */
+// `judge` says what is wrong afterwards.
 Endured fail_each(const std::function<void()> &begin, const Function &run,
                   const std::function<std::string(const Interrupted &)> &judge) {
   Endured endured;
@@ -66,8 +63,9 @@ Endured fail_each(const std::function<void()> &begin, const Function &run,
     for (int n = 1;; ++n) {
       begin();
       const Interrupted end = run_short(n, shortage, run);
-      if (!end.reached)
+      if (!end.reached) {
         break;
+      }
       ++endured.failures;
       endured.findings.add(name + std::to_string(n), judge(end));
     }
@@ -75,7 +73,7 @@ Endured fail_each(const std::function<void()> &begin, const Function &run,
   return endured;
 }
 
-/* The C library's first look-up of an account follows a null pointer when memory is short. */
+// The C library's first look-up of an account follows a null pointer when memory is short.
 void look_up_an_account() {
   getpwnam("nobody");
   getgrnam("nogroup");
@@ -87,10 +85,11 @@ void expect_nothing_found(const std::string &name, const Endured &endured) {
   std::printf("%s: %d allocations failed\n", name.c_str(), endured.failures);
 }
 
-/* The change keeps the old files or stores the new ones, and tells which. */
+// The change keeps the old files or stores the new ones, and tells which.
 void expect_change_to_endure(const Change &change, const Files &before = make_appliance()) {
-  if (!watch_allocations())
+  if (!watch_allocations()) {
     GTEST_SKIP() << "references to functions of libraries cannot be turned on this processor";
+  }
   look_up_an_account();
   change.prepare();
   Verdict verdict(change, before);
@@ -106,11 +105,12 @@ std::string ending_of(const Interrupted &end) {
              : "ended with status " + std::to_string(end.status) + "\n" + end.messages.substr(0, 2000);
 }
 
-/* What changes nothing that is stored neither does so now, and ends. */
+// What changes nothing that is stored neither does so now, and ends.
 void expect_to_endure(const std::string &name, const std::function<void()> &use,
                       const Files &before = make_appliance()) {
-  if (!watch_allocations())
+  if (!watch_allocations()) {
     GTEST_SKIP() << "references to functions of libraries cannot be turned on this processor";
+  }
   look_up_an_account();
   const auto run = [&use] {
     use();
@@ -126,9 +126,7 @@ void expect_to_endure(const std::string &name, const std::function<void()> &use,
   expect_nothing_found(name, endured);
 }
 
-} // namespace
-
-/* ---- Changes. ---- */
+// ---- Changes
 
 TEST(FailedAllocation, AddingAShareKeepsTheOldFilesOrStoresTheNew) {
   expect_change_to_endure(adding_a_share());
@@ -162,7 +160,7 @@ TEST(FailedAllocation, StoringAValueKeepsTheOldFileOrStoresTheNew) {
   expect_change_to_endure(storing_a_value());
 }
 
-/* ---- Everything else that allocates. ---- */
+// ---- Everything else that allocates
 
 TEST(FailedAllocation, AutomaticSharesAreMadeOrNot) {
   make_appliance();
@@ -183,10 +181,11 @@ TEST(FailedAllocation, AutomaticSharesAreMadeOrNot) {
       before);
 }
 
-/* Any other text shows shares without some of their lists. */
+// Any other text shows shares without some of their lists.
 TEST(FailedAllocation, PublishingKeepsTheOldTextOrWritesTheWholeNewOne) {
-  if (!watch_allocations())
+  if (!watch_allocations()) {
     GTEST_SKIP() << "references to functions of libraries cannot be turned on this processor";
+  }
   look_up_an_account();
   make_appliance();
   const std::string smb_conf = "/etc/samba/smb.conf";
@@ -270,8 +269,9 @@ TEST(FailedAllocation, ListsStayWhole) {
 
 TEST(FailedAllocation, ADomainIsJoinedAndLeftOrNot) {
   make_domain_appliance();
-  for (const char *command : {"net", "kinit", "winbindd", "wbinfo", "killall", "smb", "pkill"})
+  for (const char *command : {"net", "kinit", "winbindd", "wbinfo", "killall", "smb", "pkill"}) {
     Appliance{}.script(command, ":");
+  }
   in_a_domain();
   expect_to_endure(
       "domain",
@@ -297,19 +297,21 @@ TEST(FailedAllocation, AHostIsBrowsedOrNot) {
       "browsing", [] { get_host_share_name("nas1"); }, stored_files());
 }
 
-/* ---- The failures find what they are for. ---- */
+// ---- The failures find what they are for
 
-/* A program that takes a file that it had no memory to read for an empty one. */
+// A program that takes a file that it had no memory to read for an empty one.
 TEST(FailedAllocation, ALossIsFound) {
-  if (!watch_allocations())
+  if (!watch_allocations()) {
     GTEST_SKIP() << "references to functions of libraries cannot be turned on this processor";
+  }
   const Files before = make_appliance();
   Change change = storing_a_value();
   change.run = [path = change.after.begin()->first, fresh = change.after.begin()->second] {
     FILE *file = fopen(path.c_str(), "re"); // allocates its stream
     const bool read = file != nullptr;
-    if (read)
+    if (read) {
       fclose(file);
+    }
     files::write(path, read ? fresh : "");
     return 1;
   };
@@ -319,3 +321,6 @@ TEST(FailedAllocation, ALossIsFound) {
   EXPECT_NE(endured.findings.text().find("config.xml is neither the old nor the new file"), std::string::npos)
       << endured.findings.text();
 }
+
+} // namespace
+} // namespace nasshare::tests

@@ -1,21 +1,19 @@
-/* Each call of open, write, fsync, rename, close, mkdir, read and access fails in turn, in the process that
-   changes stored files. */
+// Each call of open, write, fsync, rename, close, mkdir, read and access fails in turn, in the process that
+// changes stored files.
+#include "appliance.h"
 #include "findings.h"
 #include "verdict.h"
-
-#include "appliance.h"
-
-#include <gtest/gtest.h>
 
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
-#include <vector>
-
 #include <fcntl.h>
+#include <gtest/gtest.h>
 #include <sys/syscall.h>
 #include <unistd.h>
+#include <vector>
 
+namespace nasshare::tests {
 namespace {
 
 const std::vector<CallKind> kinds{
@@ -38,8 +36,9 @@ void fail_each(Verdict &verdict, const CallKind &kind, int error, Endured &endur
   for (int n = 1;; ++n) {
     verdict.begin();
     const Interrupted end = failed_at(n, kind, error, verdict.change().run);
-    if (!end.reached)
+    if (!end.reached) {
       return;
+    }
     ++endured.faults;
     endured.findings.add(kind.name + " " + std::to_string(n) + " " + strerrorname_np(error) + " " + end.call,
                          verdict.after_failure(end));
@@ -50,23 +49,23 @@ Endured fail_everything(Verdict &verdict) {
   Endured endured;
   verdict.change().prepare();
   for (const CallKind &kind : kinds) {
-    for (const int error : {ENOSPC, EIO, EMFILE, EUCLEAN}) // the last is a damaged ext4's
+    for (const int error : {ENOSPC, EIO, EMFILE, EUCLEAN}) { // the last is a damaged ext4's
       fail_each(verdict, kind, error, endured);
+    }
   }
   return endured;
 }
 
 void expect_to_endure(const Change &change, const Files &before = make_appliance()) {
-  if (!can_fail_calls())
+  if (!can_fail_calls()) {
     GTEST_SKIP() << "no process can change another's system calls here";
+  }
   Verdict verdict(change, before);
   const Endured endured = fail_everything(verdict);
   EXPECT_TRUE(endured.findings.text().empty()) << endured.findings.text();
   EXPECT_GT(endured.faults, 25);
   std::printf("%s: %d system calls failed\n", change.name.c_str(), endured.faults);
 }
-
-} // namespace
 
 TEST(FailedCall, AddingAShareKeepsTheOldFilesOrStoresTheNew) {
   expect_to_endure(adding_a_share());
@@ -100,10 +99,11 @@ TEST(FailedCall, StoringAValueKeepsTheOldFileOrStoresTheNew) {
   expect_to_endure(storing_a_value());
 }
 
-/* A program that answers without looking at what write said. */
+// A program that answers without looking at what write said.
 TEST(FailedCall, AnAnswerThatIsNotTrueIsFound) {
-  if (!can_fail_calls())
+  if (!can_fail_calls()) {
     GTEST_SKIP() << "no process can change another's system calls here";
+  }
   const Files before = make_appliance();
   Change change = adding_a_link();
   change.run = [path = change.after.begin()->first, text = change.after.begin()->second] {
@@ -111,10 +111,11 @@ TEST(FailedCall, AnAnswerThatIsNotTrueIsFound) {
     const int file = open(fresh.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0644);
     const bool written = write(file, text.data(), text.size()) > 0;
     close(file);
-    if (written)
+    if (written) {
       rename(fresh.c_str(), path.c_str());
-    else
+    } else {
       unlink(fresh.c_str());
+    }
     return 1;
   };
   Verdict verdict(change, before);
@@ -124,3 +125,6 @@ TEST(FailedCall, AnAnswerThatIsNotTrueIsFound) {
   EXPECT_EQ(endured.findings.text(), "1 times, first\n  write 1 ENOSPC system call 1 \n"
                                      "answered 1 although the old file stands\n\n");
 }
+
+} // namespace
+} // namespace nasshare::tests

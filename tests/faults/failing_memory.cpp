@@ -7,32 +7,35 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
-#include <new>
-#include <string_view>
-#include <utility>
-
 #include <dlfcn.h>
 #include <link.h>
+#include <new>
+#include <string_view>
 #include <sys/ioctl.h>
 #include <sys/mman.h>
 #include <unistd.h>
+#include <utility>
+
+namespace nasshare::tests {
 
 namespace {
 
-/* ---- Which allocation fails. ---- */
+// ---- Which allocation fails
 
-int allocations_left = 0; /* until one fails; 0 or less behind it */
+int allocations_left = 0; // until one fails; 0 or less behind it
 Shortage kind = Shortage::once;
 bool armed = false;
 bool *reached = nullptr;
 
 bool is_to_fail() {
-  if (!armed)
+  if (!armed) {
     return false;
+  }
   --allocations_left;
   const bool fails = allocations_left == 0 || (allocations_left < 0 && kind == Shortage::from_then_on);
-  if (fails)
+  if (fails) {
     *reached = true;
+  }
   return fails;
 }
 
@@ -45,30 +48,31 @@ template <class Function> Function *real(const char *name) {
   return reinterpret_cast<Function *>(dlsym(RTLD_DEFAULT, name));
 }
 
-auto *const real_malloc = real<void *(size_t)>("malloc");
-auto *const real_calloc = real<void *(size_t, size_t)>("calloc");
-auto *const real_realloc = real<void *(void *, size_t)>("realloc");
-auto *const real_new = real<void *(size_t)>("_Znwm");
+auto *const real_malloc = real<void *(std::size_t)>("malloc");
+auto *const real_calloc = real<void *(std::size_t, std::size_t)>("calloc");
+auto *const real_realloc = real<void *(void *, std::size_t)>("realloc");
+auto *const real_new = real<void *(std::size_t)>("_Znwm");
 
-void *failing_malloc(size_t size) {
+void *failing_malloc(std::size_t size) {
   return is_to_fail() ? no_memory() : real_malloc(size);
 }
 
-void *failing_calloc(size_t count, size_t size) {
+void *failing_calloc(std::size_t count, std::size_t size) {
   return is_to_fail() ? no_memory() : real_calloc(count, size);
 }
 
-void *failing_realloc(void *old, size_t size) {
+void *failing_realloc(void *old, std::size_t size) {
   return is_to_fail() ? no_memory() : real_realloc(old, size);
 }
 
-void *failing_new(size_t size) {
-  if (is_to_fail())
+void *failing_new(std::size_t size) {
+  if (is_to_fail()) {
     throw std::bad_alloc();
+  }
   return real_new(size);
 }
 
-/* The kernel's stand-in allocates, as no kernel does in its caller's memory. */
+// The kernel's stand-in allocates, as no kernel does in its caller's memory.
 int kernels_ioctl(int file, unsigned long request, void *argument) {
   const bool was_armed = std::exchange(armed, false);
   const int result = ioctl(file, request, argument);
@@ -76,7 +80,7 @@ int kernels_ioctl(int file, unsigned long request, void *argument) {
   return result;
 }
 
-/* ---- The libraries' references to these functions are turned here. ---- */
+// ---- The libraries' references to these functions are turned here
 
 struct Replacement {
   std::string_view name;
@@ -91,16 +95,17 @@ const std::array replacements{Replacement{"malloc", reinterpret_cast<void *>(fai
 
 [[maybe_unused]] void *replacement_of(std::string_view name) {
   for (const Replacement &replacement : replacements) {
-    if (replacement.name == name)
+    if (replacement.name == name) {
       return replacement.function;
+    }
   }
   return nullptr;
 }
 
-/* References may lie in pages that are read-only once the program has started. */
-[[maybe_unused]] void turn(uintptr_t place, void *function) {
-  const auto page = place & ~static_cast<uintptr_t>(sysconf(_SC_PAGESIZE) - 1);
-  const size_t length = place + sizeof function - page;
+// References may lie in pages that are read-only once the program has started.
+[[maybe_unused]] void turn(std::uintptr_t place, void *function) {
+  const auto page = place & ~static_cast<std::uintptr_t>(sysconf(_SC_PAGESIZE) - 1);
+  const std::size_t length = place + sizeof function - page;
   files::require(mprotect(reinterpret_cast<void *>(page), length, PROT_READ | PROT_WRITE) == 0, "mprotect");
   *reinterpret_cast<void **>(place) = function;
 }
@@ -112,12 +117,13 @@ bool is_reference(const ElfW(Rela) & entry) {
   return type == R_X86_64_JUMP_SLOT || type == R_X86_64_GLOB_DAT || type == R_X86_64_64;
 }
 
-/* The tables of a loaded library that the System V ABI's dynamic section names. */
+// The tables of a loaded library that the System V ABI's dynamic section names.
 struct Library {
   explicit Library(const dl_phdr_info &info) : base(info.dlpi_addr) {
     for (int i = 0; i < info.dlpi_phnum; ++i) {
-      if (info.dlpi_phdr[i].p_type == PT_DYNAMIC)
+      if (info.dlpi_phdr[i].p_type == PT_DYNAMIC) {
         read(reinterpret_cast<const ElfW(Dyn) *>(base + info.dlpi_phdr[i].p_vaddr));
+      }
     }
   }
 
@@ -126,52 +132,56 @@ struct Library {
     turn_in(calls, calls_size);
   }
 
-  uintptr_t base;
+  std::uintptr_t base;
   const ElfW(Sym) *symbols = nullptr;
   const char *names = nullptr;
   const ElfW(Rela) *data = nullptr, *calls = nullptr;
-  size_t data_size = 0, calls_size = 0;
+  std::size_t data_size = 0, calls_size = 0;
 
 private:
   void read(const ElfW(Dyn) * entry) {
     for (; entry->d_tag != DT_NULL; ++entry) {
-      if (entry->d_tag == DT_SYMTAB)
+      if (entry->d_tag == DT_SYMTAB) {
         symbols = reinterpret_cast<const ElfW(Sym) *>(entry->d_un.d_ptr);
-      else if (entry->d_tag == DT_STRTAB)
+      } else if (entry->d_tag == DT_STRTAB) {
         names = reinterpret_cast<const char *>(entry->d_un.d_ptr);
-      else if (entry->d_tag == DT_RELA)
+      } else if (entry->d_tag == DT_RELA) {
         data = reinterpret_cast<const ElfW(Rela) *>(entry->d_un.d_ptr);
-      else if (entry->d_tag == DT_RELASZ)
+      } else if (entry->d_tag == DT_RELASZ) {
         data_size = entry->d_un.d_val / sizeof(ElfW(Rela));
-      else if (entry->d_tag == DT_JMPREL)
+      } else if (entry->d_tag == DT_JMPREL) {
         calls = reinterpret_cast<const ElfW(Rela) *>(entry->d_un.d_ptr);
-      else if (entry->d_tag == DT_PLTRELSZ)
+      } else if (entry->d_tag == DT_PLTRELSZ) {
         calls_size = entry->d_un.d_val / sizeof(ElfW(Rela));
+      }
     }
   }
 
-  void turn_in(const ElfW(Rela) * entries, size_t size) const {
-    for (size_t i = 0; i < size; ++i) {
+  void turn_in(const ElfW(Rela) * entries, std::size_t size) const {
+    for (std::size_t i = 0; i < size; ++i) {
       const char *name = names + symbols[ELF64_R_SYM(entries[i].r_info)].st_name;
       void *function = is_reference(entries[i]) ? replacement_of(name) : nullptr;
-      if (function != nullptr)
+      if (function != nullptr) {
         turn(base + entries[i].r_offset, function);
+      }
     }
   }
 };
 
-/* The test program has no name; the loader and what watches over memory have memory of their own. */
+// The test program has no name; the loader and what watches over memory have memory of their own.
 bool may_run_short(std::string_view library) {
   for (const char *part : {"ld-linux", "linux-vdso", "libasan", "libubsan", "libgtest"}) {
-    if (library.find(part) != std::string_view::npos)
+    if (library.find(part) != std::string_view::npos) {
       return false;
+    }
   }
   return !library.empty();
 }
 
-int turn_references_of(dl_phdr_info *info, size_t /*size*/, void * /*unused*/) {
-  if (may_run_short(info->dlpi_name))
+int turn_references_of(dl_phdr_info *info, std::size_t /*size*/, void * /*unused*/) {
+  if (may_run_short(info->dlpi_name)) {
     Library(*info).turn_references();
+  }
   return 0;
 }
 
@@ -198,3 +208,5 @@ void fail_allocation(int n, Shortage shortage, bool *came) {
 void fail_no_allocation() {
   armed = false;
 }
+
+} // namespace nasshare::tests

@@ -1,16 +1,14 @@
-/* A process that changes stored files is killed before each of its system calls in turn. */
+// A process that changes stored files is killed before each of its system calls in turn.
+#include "appliance.h"
 #include "findings.h"
 #include "verdict.h"
 
-#include "appliance.h"
-
-#include <gtest/gtest.h>
-
 #include <cstdio>
-
 #include <fcntl.h>
+#include <gtest/gtest.h>
 #include <unistd.h>
 
+namespace nasshare::tests {
 namespace {
 
 struct Survived {
@@ -24,16 +22,18 @@ Survived stop_everywhere(Verdict &verdict) {
   for (int n = 1;; ++n) {
     verdict.begin();
     const Interrupted end = killed_at(n, verdict.change().run);
-    if (!end.reached)
+    if (!end.reached) {
       return survived;
+    }
     ++survived.stops;
     survived.findings.add("at " + std::to_string(n) + ": " + end.call, verdict.after_kill());
   }
 }
 
 void expect_to_survive(const Change &change, const Files &before = make_appliance()) {
-  if (!can_kill_at_calls())
+  if (!can_kill_at_calls()) {
     GTEST_SKIP() << "no process can watch another's system calls here";
+  }
   Verdict verdict(change, before);
   const Survived survived = stop_everywhere(verdict);
   EXPECT_TRUE(survived.findings.text().empty()) << survived.findings.text();
@@ -47,9 +47,7 @@ void expect_to_work(const Change &change, const Files &before = make_appliance()
   EXPECT_EQ(verdict.after_success(run_alone(change.run)), "");
 }
 
-} // namespace
-
-/* ---- The changes as they are when nothing interrupts them: what "the new file" means here. ---- */
+// ---- The changes as they are when nothing interrupts them: what "the new file" means here
 
 TEST(StoppedProcess, UninterruptedItAddsAShare) {
   expect_to_work(adding_a_share());
@@ -83,7 +81,7 @@ TEST(StoppedProcess, UninterruptedItStoresAValue) {
   expect_to_work(storing_a_value());
 }
 
-/* ---- Killed. ---- */
+// ---- Killed
 
 TEST(StoppedProcess, AddingAShareLeavesTheOldOrTheNewFiles) {
   expect_to_survive(adding_a_share());
@@ -117,11 +115,12 @@ TEST(StoppedProcess, StoringAValueLeavesTheOldOrTheNewFile) {
   expect_to_survive(storing_a_value());
 }
 
-/* ---- The stops find what they are for. ---- */
+// ---- The stops find what they are for
 
 TEST(StoppedProcess, AFileWrittenInPlaceIsFound) {
-  if (!can_kill_at_calls())
+  if (!can_kill_at_calls()) {
     GTEST_SKIP() << "no process can watch another's system calls here";
+  }
   const Files before = make_appliance();
   Change change = storing_a_value();
   change.run = [text = change.after.begin()->second, path = change.after.begin()->first] {
@@ -136,3 +135,6 @@ TEST(StoppedProcess, AFileWrittenInPlaceIsFound) {
   EXPECT_EQ(survived.findings.text(), "1 times, first\n  at 2: system call 1 \n"
                                       "/etc/NAS_CFG/config.xml is neither the old nor the new file:\n\n");
 }
+
+} // namespace
+} // namespace nasshare::tests

@@ -8,6 +8,8 @@
 #include <functional>
 #include <string_view>
 
+namespace nasshare::tests {
+
 namespace {
 
 constexpr std::array folders{"/mnt/HD_a4/.systemfile", "/mnt/HD_b4/.systemfile", "/etc/NAS_CFG", "/tmp"};
@@ -16,15 +18,16 @@ void each_file(const std::function<void(const std::string &)> &visit) {
   for (const char *folder : folders) {
     for (const std::string &name : names_in(folder)) {
       const std::string path = std::string(folder) + "/" + name;
-      if (!std::filesystem::is_directory(path))
+      if (!std::filesystem::is_directory(path)) {
         visit(path);
+      }
     }
   }
 }
 
 std::string without_made_up_end(const std::string &path) {
   constexpr std::string_view mark = ".new.";
-  const size_t place = path.rfind(mark);
+  const std::size_t place = path.rfind(mark);
   return place == std::string::npos ? path : path.substr(0, place + mark.size()) + "*";
 }
 
@@ -37,9 +40,13 @@ Files stored_files() {
 }
 
 void restore(const Files &files) {
-  if (stored_files() == files)
+  if (stored_files() == files) {
     return;
+  }
   each_file(files::remove);
-  for (const auto &[path, text] : files)
+  for (const auto &[path, text] : files) {
     files::write(path, text);
+  }
 }
+
+} // namespace nasshare::tests

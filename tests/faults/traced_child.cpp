@@ -9,11 +9,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
+#include <fcntl.h>
 #include <set>
 #include <string_view>
-#include <utility>
-
-#include <fcntl.h>
 #include <sys/mman.h>
 #include <sys/ptrace.h>
 #include <sys/syscall.h>
@@ -21,15 +19,18 @@
 #include <sys/user.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <utility>
+
+namespace nasshare::tests {
 
 namespace {
 
 using CallInfo = __ptrace_syscall_info;
 
-constexpr int first_answer = 40; /* exit status of a child whose function returned 0 */
+constexpr int first_answer = 40; // exit status of a child whose function returned 0
 constexpr int last_answer = 49;
 constexpr int not_watched = 50;
-constexpr long mark = SYS_getppid; /* made before and behind the function, and by nothing in it */
+constexpr long mark = SYS_getppid; // made before and behind the function, and by nothing in it
 
 void end_at_once(int status, void * /*unused*/) {
   _exit(status);
@@ -41,22 +42,25 @@ void end_at_once(int status, void * /*unused*/) {
   // A leak check on exit cannot work in a watched process.
   on_exit(end_at_once, nullptr);
   if (watched) {
-    if (ptrace(PTRACE_TRACEME, 0, nullptr, nullptr) != 0)
+    if (ptrace(PTRACE_TRACEME, 0, nullptr, nullptr) != 0) {
       _exit(not_watched);
+    }
     raise(SIGSTOP);
     syscall(mark);
   }
   const int answer = function();
-  if (watched)
+  if (watched) {
     syscall(mark);
+  }
   _exit(first_answer + answer);
 }
 
 pid_t start(const Function &function, bool watched, int messages) {
   const pid_t child = fork();
   files::require(child >= 0, "fork");
-  if (child == 0)
+  if (child == 0) {
     answer_with(function, watched, messages);
+  }
   return child;
 }
 
@@ -68,9 +72,9 @@ public:
   Messages &operator=(const Messages &) = delete;
   [[nodiscard]] int file() const { return file_; }
   [[nodiscard]] std::string text() const {
-    std::string text(size_t{1} << 16, '\0');
+    std::string text(std::size_t{1} << 16, '\0');
     const ssize_t size = pread(file_, text.data(), text.size(), 0);
-    text.resize(size < 0 ? 0 : static_cast<size_t>(size));
+    text.resize(size < 0 ? 0 : static_cast<std::size_t>(size));
     return text;
   }
 
@@ -84,7 +88,7 @@ void note_end(Interrupted &end, int status) {
   end.answer = end.answered ? end.status - first_answer : -1;
 }
 
-/* What happens at each system call of the child. */
+// What happens at each system call of the child.
 class Watched {
 public:
   Watched(pid_t child, std::function<bool(const CallInfo &)> is_meant, int n, int error, bool is_made)
@@ -97,15 +101,18 @@ public:
     ask(PTRACE_SETOPTIONS, PTRACE_O_TRACESYSGOOD | PTRACE_O_EXITKILL);
     int signal = 0;
     for (;;) {
-      if (!killed_)
+      if (!killed_) {
         ask(PTRACE_SYSCALL, signal);
+      }
       wait_for(status);
-      if (!WIFSTOPPED(status))
+      if (!WIFSTOPPED(status)) {
         break;
+      }
       const bool at_call = WSTOPSIG(status) == (SIGTRAP | 0x80);
       signal = at_call ? 0 : WSTOPSIG(status);
-      if (at_call)
+      if (at_call) {
         at_system_call();
+      }
     }
     note_end(end_, status);
     return end_;
@@ -122,10 +129,11 @@ private:
     CallInfo info{};
     files::require(ptrace(PTRACE_GET_SYSCALL_INFO, child_, sizeof info, &info) > 0,
                    "PTRACE_GET_SYSCALL_INFO");
-    if (info.op == PTRACE_SYSCALL_INFO_ENTRY)
+    if (info.op == PTRACE_SYSCALL_INFO_ENTRY) {
       at_entry(info);
-    else if (info.op == PTRACE_SYSCALL_INFO_EXIT)
+    } else if (info.op == PTRACE_SYSCALL_INFO_EXIT) {
       at_exit(info);
+    }
   }
 
   void at_entry(const CallInfo &info) {
@@ -134,8 +142,9 @@ private:
       in_function_ = !in_function_;
       return;
     }
-    if (!in_function_ || is_own() || !is_meant_(info) || --left_ != 0)
+    if (!in_function_ || is_own() || !is_meant_(info) || --left_ != 0) {
       return;
+    }
     end_.reached = true;
     end_.call = "system call " + std::to_string(info.entry.nr) + " " + path();
     if (error_ == 0) {
@@ -143,8 +152,9 @@ private:
       killed_ = true;
     } else {
       failing_ = true;
-      if (!is_made_)
+      if (!is_made_) {
         skip_call();
+      }
     }
   }
 
@@ -154,13 +164,15 @@ private:
       return;
     }
     const auto number = static_cast<long>(current_.entry.nr);
-    if (number == SYS_openat && in_function_ && info.exit.is_error == 0 && is_of_the_machine(path()))
-      own_.insert(static_cast<uint64_t>(info.exit.rval));
-    if (number == SYS_close)
+    if (number == SYS_openat && in_function_ && info.exit.is_error == 0 && is_of_the_machine(path())) {
+      own_.insert(static_cast<std::uint64_t>(info.exit.rval));
+    }
+    if (number == SYS_close) {
       own_.erase(current_.entry.args[0]);
+    }
   }
 
-  /* A call on the description of the machine. */
+  // A call on the description of the machine.
   bool is_own() const {
     const auto number = static_cast<long>(current_.entry.nr);
     return number == SYS_openat ? is_of_the_machine(path()) : own_.contains(current_.entry.args[0]);
@@ -168,15 +180,18 @@ private:
 
   static bool is_of_the_machine(const std::string &path) { return path.starts_with("/run/appliance/"); }
 
-  /* The path that the call is about, when it is an openat. */
+  // The path that the call is about, when it is an openat.
   std::string path() const {
-    if (static_cast<long>(current_.entry.nr) != SYS_openat)
+    if (static_cast<long>(current_.entry.nr) != SYS_openat) {
       return "";
+    }
     std::array<char, 128> bytes{};
-    iovec here{bytes.data(), bytes.size() - 1};
-    iovec there{reinterpret_cast<void *>(static_cast<uintptr_t>(current_.entry.args[1])), bytes.size() - 1};
-    if (process_vm_readv(child_, &here, 1, &there, 1, 0) < 0)
+    const iovec here{bytes.data(), bytes.size() - 1};
+    const iovec there{reinterpret_cast<void *>(static_cast<std::uintptr_t>(current_.entry.args[1])),
+                      bytes.size() - 1};
+    if (process_vm_readv(child_, &here, 1, &there, 1, 0) < 0) {
       return "";
+    }
     return bytes.data();
   }
 
@@ -187,7 +202,7 @@ private:
   void set_result(long result) const {
     set_register(offsetof(user_regs_struct, rax), result);
   }
-  void set_register(size_t place, long value) const {
+  void set_register(std::size_t place, long value) const {
     files::require(ptrace(PTRACE_POKEUSER, child_, place, value) == 0, "PTRACE_POKEUSER");
   }
 #else
@@ -204,7 +219,7 @@ private:
   bool failing_ = false;
   bool killed_ = false;
   CallInfo current_{};
-  std::set<uint64_t> own_;
+  std::set<std::uint64_t> own_;
   Interrupted end_;
 };
 
@@ -222,8 +237,9 @@ Interrupted watched(const std::function<bool(const CallInfo &)> &is_meant, int n
 bool can_kill_at_calls() {
   const pid_t child = fork();
   files::require(child >= 0, "fork");
-  if (child == 0)
+  if (child == 0) {
     _exit(ptrace(PTRACE_TRACEME, 0, nullptr, nullptr) == 0 ? 0 : not_watched);
+  }
   int status = 0;
   files::require(waitpid(child, &status, 0) == child, "waitpid");
   return status == 0;
@@ -259,14 +275,16 @@ Interrupted run_alone(const Function &function) {
   return end;
 }
 
-/* AddressSanitizer keeps back what was freed, to find who still uses it. All of it is copied with every
-   child: 1 MiB is as much as these short runs need, and a third of the time. */
-extern "C" __attribute__((visibility("default"))) const char *__asan_default_options() {
+} // namespace nasshare::tests
+
+// AddressSanitizer keeps back what was freed, to find who still uses it. All of it is copied with every
+// child: 1 MiB is as much as these short runs need, and a third of the time.
+extern "C" [[gnu::visibility("default")]] const char *__asan_default_options() {
   return "quarantine_size_mb=1";
 }
 
-/* The real one flushes every disk of the computer that runs the tests. It stays a system call here. */
-extern "C" __attribute__((visibility("default"))) void sync() noexcept {
+// The real one flushes every disk of the computer that runs the tests. It stays a system call here.
+extern "C" [[gnu::visibility("default")]] void sync() noexcept {
   constexpr int no_file = -1;
   syscall(SYS_syncfs, no_file);
 }

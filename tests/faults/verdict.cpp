@@ -4,6 +4,8 @@
 #include <regex>
 #include <utility>
 
+namespace nasshare::tests {
+
 namespace {
 
 constexpr const char *temporary = "/tmp/.smb.xml";
@@ -12,9 +14,9 @@ bool is_litter(const std::string &path) {
   return path.ends_with(".new") || path.ends_with(".new.*");
 }
 
-/* The child's last words without what differs from run to run: process ids and addresses. */
+// The child's last words without what differs from run to run: process ids and addresses.
 std::string last_words(const std::string &messages) {
-  const size_t summary = messages.find("SUMMARY");
+  const std::size_t summary = messages.find("SUMMARY");
   const std::regex numbers("==[0-9]+==|0x[0-9a-f]+|BuildId: [0-9a-f]+");
   const std::string words = std::regex_replace(messages.substr(0, 2000), numbers, "");
   return words + (summary == std::string::npos ? "" : messages.substr(summary));
@@ -27,14 +29,16 @@ std::string quoted(const std::string &path, const std::string &text) {
 std::string difference(const Files &expected, const Files &found) {
   std::string text;
   for (const auto &[path, content] : expected) {
-    if (!found.contains(path))
+    if (!found.contains(path)) {
       text += path + " is missing\n";
-    else if (found.at(path) != content)
+    } else if (found.at(path) != content) {
       text += path + " should be\n" + content + "and is\n" + found.at(path);
+    }
   }
   for (const auto &[path, content] : found) {
-    if (!expected.contains(path))
+    if (!expected.contains(path)) {
       text += path + " lies about\n";
+    }
   }
   return text;
 }
@@ -58,15 +62,17 @@ bool Verdict::is_new(const std::string &path, const Files &now) const {
 std::string Verdict::of_files(const Files &now, bool killed) const {
   std::string wrong;
   for (const auto &[path, text] : before_) {
-    if (!now.contains(path))
+    if (!now.contains(path)) {
       wrong += path + " is gone\n";
-    else if (!is_old(path, now) && !is_new(path, now))
+    } else if (!is_old(path, now) && !is_new(path, now)) {
       wrong += quoted(path, now.at(path));
+    }
   }
   for (const auto &[path, text] : now) {
     const bool is_temporary = path == temporary && text == change_.after.begin()->second;
-    if (!before_.contains(path) && !(killed && (is_litter(path) || is_temporary)))
+    if (!before_.contains(path) && !(killed && (is_litter(path) || is_temporary))) {
       wrong += path + " lies about:\n" + text;
+    }
   }
   return wrong;
 }
@@ -79,26 +85,31 @@ std::string Verdict::of_answer(const Files &now, const Interrupted &end) const {
   const bool spread =
       change_.after.size() == 2 && change_.after.begin()->second == change_.after.rbegin()->second;
   const bool done = spread ? any_new : all_new;
-  if (change_.name == "xml_set_str")
+  if (change_.name == "xml_set_str") {
     return "";
-  if (end.answer == 1 && !done)
+  }
+  if (end.answer == 1 && !done) {
     return "answered 1 although the old file stands\n";
-  if (end.answer != 1 && done)
+  }
+  if (end.answer != 1 && done) {
     return "answered " + std::to_string(end.answer) + " although the new file stands\n";
+  }
   return "";
 }
 
 std::string Verdict::of_next(const Files &now) {
-  if (!seen_.insert(now).second)
+  if (!seen_.insert(now).second) {
     return "";
+  }
   Files expected = change_.after_next(now);
   std::erase_if(expected, [&](const auto &file) {
     return !before_.contains(file.first) && !file.first.ends_with(".new.*");
   });
   const Interrupted end = run_alone(change_.next);
-  if (end.answer != 1)
+  if (end.answer != 1) {
     return "the next change ended with status " + std::to_string(end.status) + "\n" +
            last_words(end.messages);
+  }
   const std::string wrong = difference(expected, stored_files());
   return wrong.empty() ? "" : "after the next change " + wrong;
 }
@@ -111,8 +122,9 @@ std::string Verdict::after_kill() {
 
 std::string Verdict::after_failure(const Interrupted &end) {
   constexpr int without_volume = 255; // the load saw no disk or no volume
-  if (!end.answered && end.status != without_volume)
+  if (!end.answered && end.status != without_volume) {
     return "ended with status " + std::to_string(end.status) + "\n" + last_words(end.messages);
+  }
   const Files now = stored_files();
   const std::string wrong = of_files(now, false) + of_answer(now, end);
   return wrong.empty() ? of_next(now) : wrong;
@@ -120,10 +132,13 @@ std::string Verdict::after_failure(const Interrupted &end) {
 
 std::string Verdict::after_success(const Interrupted &end) const {
   Files expected = before_;
-  for (const auto &[path, text] : change_.after)
+  for (const auto &[path, text] : change_.after) {
     expected[path] = text;
+  }
   const std::string wrong = difference(expected, stored_files());
   return end.answer == 1
              ? wrong
              : "ended with status " + std::to_string(end.status) + "\n" + last_words(end.messages) + wrong;
 }
+
+} // namespace nasshare::tests

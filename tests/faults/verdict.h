@@ -1,7 +1,6 @@
-/* What must hold after an interrupted change: each stored file is the old or the new one, whole, and what
-   lies about does no harm to the next change. */
-#ifndef NASSHARE_TESTS_VERDICT_H
-#define NASSHARE_TESTS_VERDICT_H
+// What must hold after an interrupted change: each stored file is the old or the new one, whole, and what
+// lies about does no harm to the next change.
+#pragma once
 
 #include "changes.h"
 #include "traced_child.h"
@@ -9,17 +8,19 @@
 #include <set>
 #include <string>
 
+namespace nasshare::tests {
+
 class Verdict {
 public:
   Verdict(Change change, Files before);
 
-  /* Puts the files back to the old ones. */
+  // Puts the files back to the old ones.
   void begin() const;
-  /* What is wrong after the process was killed; empty for nothing. */
+  // What is wrong after the process was killed; empty for nothing.
   std::string after_kill();
-  /* What is wrong after the change ran to its end although something failed. */
+  // What is wrong after the change ran to its end although something failed.
   std::string after_failure(const Interrupted &end);
-  /* What is wrong after an undisturbed run. */
+  // What is wrong after an undisturbed run.
   std::string after_success(const Interrupted &end) const;
 
   [[nodiscard]] const Change &change() const { return change_; }
@@ -33,7 +34,7 @@ private:
 
   Change change_;
   Files before_;
-  std::set<Files> seen_; /* what the next change has been tried on */
+  std::set<Files> seen_; // what the next change has been tried on
 };
 
-#endif
+} // namespace nasshare::tests

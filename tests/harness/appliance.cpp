@@ -5,6 +5,8 @@
 #include <sys/mount.h>
 #include <unistd.h>
 
+namespace nasshare::tests {
+
 namespace {
 
 std::string described(const std::string &name) {
@@ -17,15 +19,16 @@ std::string description(const std::string &disk) {
 
 std::string joined(const std::vector<std::string> &words, char between) {
   std::string text;
-  for (const std::string &word : words)
+  for (const std::string &word : words) {
     text += (text.empty() ? "" : std::string(1, between)) + word;
+  }
   return text;
 }
 
 std::string hexadecimal(const std::string &bytes) {
   static constexpr std::string_view digits = "0123456789abcdef";
   std::string text;
-  for (char byte : bytes) {
+  for (const char byte : bytes) {
     const auto value = static_cast<unsigned char>(byte);
     text += {digits[value >> 4], digits[value & 15], ' '};
   }
@@ -40,8 +43,9 @@ void describe_disk(const std::string &name, const std::string &lines) {
 } // namespace
 
 Appliance::Appliance() {
-  for (const char *service : {"smb", "smbcom", "smbcv"})
+  for (const char *service : {"smb", "smbcom", "smbcv"}) {
     command(service);
+  }
 }
 
 Appliance Appliance::single_disks() {
@@ -191,3 +195,5 @@ Appliance &Appliance::hardware_address(const std::string &address) {
 Appliance &Appliance::driver_serial(int bay, const std::string &bytes) {
   return file(described("driver-serial-" + std::to_string(bay)), bytes);
 }
+
+} // namespace nasshare::tests

@@ -1,13 +1,13 @@
-/* Stand-in commands, which come first on PATH and write the transcript. */
+// Stand-in commands, which come first on PATH and write the transcript.
 #include "appliance.h"
-
 #include "files.h"
 
 #include <cstdlib>
 #include <filesystem>
 #include <stdexcept>
-
 #include <unistd.h>
+
+namespace nasshare::tests {
 
 namespace {
 
@@ -20,7 +20,7 @@ std::string stand_in(const std::string &name) {
   return std::string(stand_ins) + "/" + name;
 }
 
-/* Where the output of a stand-in for one of its streams lies. */
+// Where the output of a stand-in for one of its streams lies.
 std::string answer(const std::string &name, const std::string &stream) {
   return "/run/appliance/answers/" + name + "." + stream;
 }
@@ -29,8 +29,8 @@ std::vector<std::string> search_path() {
   const char *variable = std::getenv("PATH");
   const std::string path = variable != nullptr ? variable : "";
   std::vector<std::string> folders;
-  for (size_t start = 0; start < path.size();) {
-    const size_t end = std::min(path.find(':', start), path.size());
+  for (std::size_t start = 0; start < path.size();) {
+    const std::size_t end = std::min(path.find(':', start), path.size());
     folders.push_back(path.substr(start, end - start));
     start = end + 1;
   }
@@ -41,14 +41,15 @@ bool has(const std::string &folder, const std::string &name) {
   return ::access((folder + "/" + name).c_str(), X_OK) == 0;
 }
 
-/* A folder of links to everything in the folder but that command. */
+// A folder of links to everything in the folder but that command.
 std::string folder_without(const std::string &folder, const std::string &name) {
   static int number = 0;
   std::string shadow = "/run/appliance/shadow-" + std::to_string(::getpid()) + "-" + std::to_string(number++);
   fs::create_directory(shadow);
   for (const auto &entry : fs::directory_iterator(folder)) {
-    if (entry.path().filename() != name)
+    if (entry.path().filename() != name) {
       fs::create_symlink(entry.path(), fs::path(shadow) / entry.path().filename());
+    }
   }
   return shadow;
 }
@@ -83,8 +84,9 @@ Appliance &Appliance::script(const std::string &name, std::string_view body) {
 
 Appliance &Appliance::logged(const std::string &name) {
   for (const std::string &folder : search_path()) {
-    if (folder != stand_ins && has(folder, name))
+    if (folder != stand_ins && has(folder, name)) {
       return script(name, "exec '" + (fs::path(folder) / name).string() + "' \"$@\"");
+    }
   }
   throw std::runtime_error(name + " is not installed");
 }
@@ -92,8 +94,9 @@ Appliance &Appliance::logged(const std::string &name) {
 Appliance &Appliance::no_command(const std::string &name) {
   files::remove(stand_in(name));
   std::string path;
-  for (const std::string &folder : search_path())
+  for (const std::string &folder : search_path()) {
     path += (path.empty() ? "" : ":") + (has(folder, name) ? folder_without(folder, name) : folder);
+  }
   files::require(::setenv("PATH", path.c_str(), 1) == 0, "PATH");
   return *this;
 }
@@ -106,3 +109,5 @@ std::string kernel_requests() {
   constexpr const char *requests = "/run/appliance/requests";
   return exists(requests) ? read_file(requests) : "";
 }
+
+} // namespace nasshare::tests

@@ -1,12 +1,12 @@
-/* Appliance::config: the key's path as nested elements of /etc/NAS_CFG/config.xml. */
+// Appliance::config: the key's path as nested elements of /etc/NAS_CFG/config.xml.
 #include "appliance.h"
-
 #include "files.h"
-
-#include <memory>
 
 #include <libxml/parser.h>
 #include <libxml/tree.h>
+#include <memory>
+
+namespace nasshare::tests {
 
 namespace {
 
@@ -23,8 +23,9 @@ const xmlChar *xml(const std::string &text) {
 
 Document stored_or_empty() {
   if (exists(database)) {
-    if (Document document(xmlReadFile(database, nullptr, XML_PARSE_NOBLANKS)); document != nullptr)
+    if (Document document(xmlReadFile(database, nullptr, XML_PARSE_NOBLANKS)); document != nullptr) {
       return document;
+    }
   }
   Document document(xmlNewDoc(xml("1.0")));
   xmlDocSetRootElement(document.get(), xmlNewNode(nullptr, xml("config")));
@@ -33,8 +34,9 @@ Document stored_or_empty() {
 
 xmlNode *child(xmlNode *parent, const std::string &name) {
   for (xmlNode *node = parent->children; node != nullptr; node = node->next) {
-    if (xmlStrEqual(node->name, xml(name)) != 0)
+    if (xmlStrEqual(node->name, xml(name)) != 0) {
       return node;
+    }
   }
   return xmlNewChild(parent, nullptr, xml(name), nullptr);
 }
@@ -44,8 +46,8 @@ xmlNode *child(xmlNode *parent, const std::string &name) {
 Appliance &Appliance::config(const std::string &key, const std::string &value) {
   const Document document = stored_or_empty();
   xmlNode *node = xmlDocGetRootElement(document.get());
-  for (size_t start = 1; start <= key.size();) {
-    const size_t end = std::min(key.find('/', start), key.size());
+  for (std::size_t start = 1; start <= key.size();) {
+    const std::size_t end = std::min(key.find('/', start), key.size());
     node = child(node, key.substr(start, end - start));
     start = end + 1;
   }
@@ -55,3 +57,5 @@ Appliance &Appliance::config(const std::string &key, const std::string &value) {
   files::require(xmlSaveFormatFileEnc(database, document.get(), "UTF-8", 1) > 0, database);
   return *this;
 }
+
+} // namespace nasshare::tests

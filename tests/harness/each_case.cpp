@@ -4,24 +4,24 @@
 #include "output.h"
 #include "share.h"
 
-#include <gtest/gtest.h>
-
 #include <array>
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
-#include <stdexcept>
-
 #include <fcntl.h>
+#include <filesystem>
+#include <gtest/gtest.h>
 #include <libxml/parser.h>
 #include <libxml/tree.h>
 #include <sched.h>
+#include <stdexcept>
 #include <sys/wait.h>
 #include <unistd.h>
 
+namespace nasshare::tests {
+
 namespace {
 
-/* One of the machine's private spaces: its processes, files, ... */
+// One of the machine's private spaces: its processes, files, ...
 class Space {
 public:
   Space(pid_t process, const std::string &name)
@@ -39,7 +39,7 @@ private:
   int descriptor_;
 };
 
-/* Lasts as long as this object, but not longer than a case may take. */
+// Lasts as long as this object, but not longer than a case may take.
 class Machine {
 public:
   explicit Machine(const std::vector<std::string> &command);
@@ -47,7 +47,7 @@ public:
   Machine(const Machine &) = delete;
   Machine &operator=(const Machine &) = delete;
 
-  /* Runs the function in a child process, inside the machine. */
+  // Runs the function in a child process, inside the machine.
   Ended run(const std::function<void()> &function) const;
 
 private:
@@ -56,7 +56,7 @@ private:
   void move_in() const;
 
   pid_t holder_ = 0;
-  int end_ = -1; /* closing it ends the machine */
+  int end_ = -1; // closing it ends the machine
   std::vector<std::string> environment_;
 };
 
@@ -66,8 +66,9 @@ Machine::Machine(const std::vector<std::string> &command) {
   files::require(::pipe2(input.data(), O_CLOEXEC) == 0 && ::pipe2(output.data(), O_CLOEXEC) == 0, "pipe");
   holder_ = ::fork();
   files::require(holder_ >= 0, "fork");
-  if (holder_ == 0)
+  if (holder_ == 0) {
     hold(command, input[0], output[1]);
+  }
   ::close(input[0]);
   ::close(output[1]);
   end_ = input[1];
@@ -80,7 +81,7 @@ Machine::~Machine() {
   ::waitpid(holder_, nullptr, 0);
 }
 
-/* The machine's command prints its environment, behind that an empty string, and waits. */
+// The machine's command prints its environment, behind that an empty string, and waits.
 void Machine::hold(std::vector<std::string> command, int input, int output) const {
   ::dup2(input, STDIN_FILENO);
   ::dup2(output, STDOUT_FILENO);
@@ -124,19 +125,20 @@ void Machine::move_in() const {
   const Space host_name(holder_, "uts");
   const Space queues(holder_, "ipc");
   const Space mounts(holder_, "mnt"); // last, since /proc is another one then
-  for (const Space *space : {&network, &host_name, &queues, &mounts})
+  for (const Space *space : {&network, &host_name, &queues, &mounts}) {
     space->enter();
+  }
   files::require(::access("/run/appliance/private", F_OK) == 0, "a private machine");
   std::filesystem::current_path(folder);
   ::clearenv();
   for (const std::string &variable : environment_) {
-    const size_t sign = variable.find('=');
+    const std::size_t sign = variable.find('=');
     ::setenv(variable.substr(0, sign).c_str(), variable.substr(sign + 1).c_str(), 1);
   }
 }
 
-/* What nearly every case does with files of shares. Valgrind translates code when it first runs, and a child
-   inherits the translation. */
+// What nearly every case does with files of shares. Valgrind translates code when it first runs, and a child
+// inherits the translation.
 void warm_up() {
   const std::string text = share_xml({Share{"Music"}.everyone()});
   xmlDoc *document =
@@ -170,7 +172,10 @@ bool passes(const std::string &name, const std::vector<std::string> &machine_com
 bool run_each_case(const std::vector<std::string> &cases, const std::vector<std::string> &machine_command) {
   warm_up();
   bool all_pass = true;
-  for (const std::string &name : cases)
+  for (const std::string &name : cases) {
     all_pass = passes(name, machine_command) && all_pass;
+  }
   return all_pass;
 }
+
+} // namespace nasshare::tests

@@ -5,20 +5,21 @@
 #include <algorithm>
 #include <cerrno>
 #include <chrono>
-#include <filesystem>
-#include <stdexcept>
-#include <system_error>
-#include <thread>
-
 #include <fcntl.h>
+#include <filesystem>
 #include <spawn.h>
+#include <stdexcept>
 #include <sys/stat.h>
 #include <sys/wait.h>
+#include <system_error>
+#include <thread>
 #include <unistd.h>
+
+namespace nasshare::tests {
 
 namespace {
 
-constexpr size_t longest_process_name = 15;
+constexpr std::size_t longest_process_name = 15;
 
 struct stat status_of(const std::string &path) {
   struct stat status = {};
@@ -31,7 +32,7 @@ void write_all(int descriptor, std::string_view text, const std::string &path) {
   while (!text.empty()) {
     const ssize_t written = ::write(descriptor, text.data(), text.size());
     files::require(written > 0, path);
-    text.remove_prefix(static_cast<size_t>(written));
+    text.remove_prefix(static_cast<std::size_t>(written));
   }
   files::require(::close(descriptor) == 0, path);
 }
@@ -41,8 +42,9 @@ void write_all(int descriptor, std::string_view text, const std::string &path) {
 namespace files {
 
 void require(bool condition, const std::string &what) {
-  if (!condition)
+  if (!condition) {
     throw std::system_error(errno, std::generic_category(), what);
+  }
 }
 
 void write(const std::string &path, std::string_view text, mode_t mode) {
@@ -70,8 +72,9 @@ void make_folder_above(const std::string &path) {
 std::vector<char *> arguments_of(const std::vector<std::string> &words) {
   std::vector<char *> arguments;
   arguments.reserve(words.size() + 1);
-  for (const std::string &word : words)
+  for (const std::string &word : words) {
     arguments.push_back(const_cast<char *>(word.c_str()));
+  }
   arguments.push_back(nullptr);
   return arguments;
 }
@@ -83,8 +86,9 @@ void run(const std::vector<std::string> &words) {
   require(errno == 0, words[0]);
   int status = 0;
   require(::waitpid(child, &status, 0) == child, words[0]);
-  if (status != 0)
+  if (status != 0) {
     throw std::runtime_error(words[0] + " failed");
+  }
 }
 
 pid_t start(const std::string &file, const std::vector<std::string> &words) {
@@ -95,8 +99,9 @@ pid_t start(const std::string &file, const std::vector<std::string> &words) {
   const std::string name = std::filesystem::path(file).filename().string().substr(0, longest_process_name);
   const std::string name_file = "/proc/" + std::to_string(child) + "/comm";
   for (int tries = 0; tries < 2000; ++tries) {
-    if (read_file(name_file) == name + "\n")
+    if (read_file(name_file) == name + "\n") {
       return child;
+    }
     std::this_thread::sleep_for(std::chrono::milliseconds(5));
   }
   throw std::runtime_error(file + " does not run");
@@ -108,10 +113,11 @@ std::string read_file(const std::string &path) {
   const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
   files::require(descriptor >= 0, path);
   std::string text;
-  std::string part(size_t{1} << 16, '\0');
+  std::string part(std::size_t{1} << 16, '\0');
   ssize_t length = 0;
-  while ((length = ::read(descriptor, part.data(), part.size())) > 0)
-    text.append(part, 0, static_cast<size_t>(length));
+  while ((length = ::read(descriptor, part.data(), part.size())) > 0) {
+    text.append(part, 0, static_cast<std::size_t>(length));
+  }
   ::close(descriptor);
   files::require(length == 0, path);
   return text;
@@ -132,8 +138,9 @@ uid_t owner(const std::string &path) {
 
 std::vector<std::string> names_in(const std::string &folder) {
   std::vector<std::string> names;
-  for (const auto &entry : std::filesystem::directory_iterator(folder))
+  for (const auto &entry : std::filesystem::directory_iterator(folder)) {
     names.push_back(entry.path().filename());
+  }
   std::sort(names.begin(), names.end());
   return names;
 }
@@ -141,3 +148,5 @@ std::vector<std::string> names_in(const std::string &folder) {
 std::string recording(const std::string &name) {
   return read_file(RECORDINGS "/" + name);
 }
+
+} // namespace nasshare::tests

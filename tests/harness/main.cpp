@@ -1,23 +1,23 @@
-/* Runs one test case, inside a private machine and nowhere else; or, with arguments "CASE... -- COMMAND",
-   each case in a machine that the command makes. */
+// Runs one test case, inside a private machine and nowhere else; or, with arguments "CASE... -- COMMAND",
+// each case in a machine that the command makes.
 #include "each_case.h"
-
-#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <gtest/gtest.h>
 #include <string_view>
-
 #include <unistd.h>
 
+namespace nasshare::tests {
 namespace {
 
-/* Cases leave their traces in the machine, so each needs one of its own. */
+// Cases leave their traces in the machine, so each needs one of its own.
 class OneCaseOnly : public testing::EmptyTestEventListener {
   void OnTestProgramStart(const testing::UnitTest &program) override {
-    if (program.test_to_run_count() <= 1)
+    if (program.test_to_run_count() <= 1) {
       return;
+    }
     std::fputs(
         "Every test case needs a machine of its own: run ctest, or choose one case with --gtest_filter.\n",
         stderr);
@@ -26,6 +26,7 @@ class OneCaseOnly : public testing::EmptyTestEventListener {
 };
 
 } // namespace
+} // namespace nasshare::tests
 
 int main(int argc, char **argv) {
   // As on a terminal, so that lines of this process and of its children stay in order.
@@ -34,7 +35,7 @@ int main(int argc, char **argv) {
   if (char **const separator = std::find(argv, end, std::string_view("--")); separator != end) {
     int no_more = 1;
     testing::InitGoogleTest(&no_more, argv);
-    return run_each_case({argv + 1, separator}, {separator + 1, end}) ? 0 : 1;
+    return nasshare::tests::run_each_case({argv + 1, separator}, {separator + 1, end}) ? 0 : 1;
   }
   if (::access("/run/appliance/private", F_OK) != 0) {
     std::fputs("These tests write to /etc, /mnt and /dev and run only inside a private machine:\n"
@@ -43,6 +44,6 @@ int main(int argc, char **argv) {
     return 2;
   }
   testing::InitGoogleTest(&argc, argv);
-  testing::UnitTest::GetInstance()->listeners().Append(new OneCaseOnly);
+  testing::UnitTest::GetInstance()->listeners().Append(new nasshare::tests::OneCaseOnly);
   return RUN_ALL_TESTS();
 }

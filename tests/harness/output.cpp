@@ -5,11 +5,12 @@
 #include <array>
 #include <cstdio>
 #include <cstdlib>
-
 #include <fcntl.h>
 #include <sys/mman.h>
 #include <sys/wait.h>
 #include <unistd.h>
+
+namespace nasshare::tests {
 
 namespace {
 
@@ -50,8 +51,9 @@ Captured::Stream Captured::divert(int number) {
 }
 
 void Captured::stop() {
-  if (stopped_)
+  if (stopped_) {
     return;
+  }
   stopped_ = true;
   std::fflush(nullptr);
   for (const Stream &stream : {out_, err_}) {
@@ -64,8 +66,9 @@ std::string Captured::content(const Stream &stream) {
   std::string text;
   std::array<char, 4096> part{};
   ssize_t length = 0;
-  while ((length = ::pread(stream.file, part.data(), part.size(), static_cast<off_t>(text.size()))) > 0)
-    text.append(part.data(), static_cast<size_t>(length));
+  while ((length = ::pread(stream.file, part.data(), part.size(), static_cast<off_t>(text.size()))) > 0) {
+    text.append(part.data(), static_cast<std::size_t>(length));
+  }
   return text;
 }
 
@@ -92,8 +95,9 @@ Ended run_to_exit(const std::function<void()> &function) {
     Captured captured;
     const pid_t child = ::fork();
     files::require(child >= 0, "fork");
-    if (child == 0)
+    if (child == 0) {
       run_and_tell(function, told);
+    }
     ended.status = exit_status(child);
     ended.out = captured.out();
     ended.err = captured.err();
@@ -115,3 +119,5 @@ Ended run_program(const std::vector<std::string> &words) {
     ::_exit(127);
   });
 }
+
+} // namespace nasshare::tests

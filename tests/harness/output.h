@@ -1,12 +1,13 @@
-/* What a piece of code writes to standard output and standard error, its child processes included. */
-#ifndef NASSHARE_TESTS_OUTPUT_H
-#define NASSHARE_TESTS_OUTPUT_H
+// What a piece of code writes to standard output and standard error, its child processes included.
+#pragma once
 
 #include <functional>
 #include <string>
 #include <vector>
 
-/* Catches both streams from here until stop() or its end. */
+namespace nasshare::tests {
+
+// Catches both streams from here until stop() or its end.
 class Captured {
 public:
   Captured();
@@ -14,8 +15,8 @@ public:
   Captured(const Captured &) = delete;
   Captured &operator=(const Captured &) = delete;
 
-  std::string out(); /* standard output; stops */
-  std::string err(); /* standard error; stops */
+  std::string out(); // standard output; stops
+  std::string err(); // standard error; stops
   void stop();
 
 private:
@@ -32,20 +33,20 @@ private:
   Stream err_;
 };
 
-/* What the function prints on standard output. */
+// What the function prints on standard output.
 std::string output_of(const std::function<void()> &function);
 
 struct Ended {
-  bool returned = false; /* the function came back instead of ending its process */
-  int status = -1;       /* exit status; 128 and the signal's number after a signal */
+  bool returned = false; // the function came back instead of ending its process
+  int status = -1;       // exit status; 128 and the signal's number after a signal
   std::string out;
   std::string err;
 };
 
-/* Runs the function in a child process, for operations that end their process. */
+// Runs the function in a child process, for operations that end their process.
 Ended run_to_exit(const std::function<void()> &function);
 
-/* Runs a program, found on PATH, with the kernel's stand-ins loaded. */
+// Runs a program, found on PATH, with the kernel's stand-ins loaded.
 Ended run_program(const std::vector<std::string> &words);
 
-#endif
+} // namespace nasshare::tests

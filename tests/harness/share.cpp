@@ -3,17 +3,20 @@
 #include <algorithm>
 #include <stdexcept>
 
+namespace nasshare::tests {
+
 namespace {
 
-template <size_t size> void set(char (&field)[size], std::string_view text) {
-  if (text.size() >= size)
+template <std::size_t size> void set(char (&field)[size], std::string_view text) {
+  if (text.size() >= size) {
     throw std::length_error("text does not fit into its field");
+  }
   std::fill(std::copy(text.begin(), text.end(), field), field + size, '\0');
 }
 
 std::string escaped(std::string_view text) {
   std::string result;
-  for (char character : text) {
+  for (const char character : text) {
     switch (character) {
     case '&':
       result += "&amp;";
@@ -32,8 +35,9 @@ std::string escaped(std::string_view text) {
 }
 
 std::string element(const std::string &name, std::string_view text) {
-  if (text.empty())
+  if (text.empty()) {
     return "      <" + name + "/>\n";
+  }
   return "      <" + name + ">" + escaped(text) + "</" + name + ">\n";
 }
 
@@ -133,11 +137,15 @@ std::string share_item(const smb_share &record) {
 
 std::string share_xml(const std::vector<Share> &shares) {
   std::string items;
-  for (const Share &share : shares)
+  for (const Share &share : shares) {
     items += share_item(share.record());
+  }
   const std::string head = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<config>\n";
-  if (shares.empty())
+  if (shares.empty()) {
     return head + "  <samba/>\n</config>\n";
+  }
   return head + "  <samba>\n    <count>" + std::to_string(shares.size()) + "</count>\n" + items +
          "  </samba>\n</config>\n";
 }
+
+} // namespace nasshare::tests

@@ -1,11 +1,8 @@
-/*
- * Share records and share XML files for tests:
- *
- *   smb_share record = Share{"Music"}.path("/mnt/HD/HD_a2/music").write("#alice#").on_disk("WD-1");
- *   Appliance{}.shares("/mnt/HD_a4", share_xml({Share{"Music"}, Share{"Docs"}}));
- */
-#ifndef NASSHARE_TESTS_SHARE_H
-#define NASSHARE_TESTS_SHARE_H
+// Share records and share XML files for tests:
+//
+//   smb_share record = Share{"Music"}.path("/mnt/HD/HD_a2/music").write("#alice#").on_disk("WD-1");
+//   Appliance{}.shares("/mnt/HD_a4", share_xml({Share{"Music"}, Share{"Docs"}}));
+#pragma once
 
 #include "nasshare/catalogue.h"
 
@@ -14,9 +11,11 @@
 #include <string_view>
 #include <vector>
 
+namespace nasshare::tests {
+
 class Share {
 public:
-  /* A zero-filled record of that name. */
+  // A zero-filled record of that name.
   explicit Share(std::string_view name);
   Share(const Share &other);
   Share &operator=(const Share &other) = delete;
@@ -32,13 +31,13 @@ public:
   Share &write(std::string_view list);
   Share &deny(std::string_view list);
   Share &valid(std::string_view list);
-  Share &everyone(); /* write list "#nobody#,#@allaccount#" */
+  Share &everyone(); // write list "#nobody#,#@allaccount#"
   Share &recycle(int enable, int tree = 0);
-  Share &on_disk(std::string_view serial);          /* volume_raid 1 and hd_serial */
-  Share &on_array(int type, std::string_view uuid); /* volume_raid and hd_serial "UUID=..." */
+  Share &on_disk(std::string_view serial);          // volume_raid 1 and hd_serial
+  Share &on_array(int type, std::string_view uuid); // volume_raid and hd_serial "UUID=..."
   Share &tag(int volume_raid, std::string_view hd_serial);
 
-  /* The record that the calls so far describe. */
+  // The record that the calls so far describe.
   smb_share &record() const { return *record_; }
   operator smb_share() const { return *record_; }
   operator smb_share *() const { return record_.get(); }
@@ -47,9 +46,9 @@ private:
   std::unique_ptr<smb_share> record_;
 };
 
-/* One item element, indented as it stands in the file. */
+// One item element, indented as it stands in the file.
 std::string share_item(const smb_share &record);
-/* The whole share XML file with these shares, as the library stores it. */
+// The whole share XML file with these shares, as the library stores it.
 std::string share_xml(const std::vector<Share> &shares);
 
-#endif
+} // namespace nasshare::tests

@@ -5,7 +5,7 @@
 // Columns: record, field, type, offset on 32 bits, offset on 64 bits
 // clang-format off
 
-/* The share record. */
+// The share record.
 FIELD(smb_share, volume_raid,    int32_t,                0,     0);
 FIELD(smb_share, hd_serial,      char[512],              4,     4);
 FIELD(smb_share, name,           char[512],            516,   516);
@@ -24,7 +24,7 @@ FIELD(smb_share, recycle_tree,   int32_t,            54824, 54824);
 FIELD(smb_share, next,           struct smb_share *, 54828, 54832);
 RECORD_SIZE(smb_share, 54832, 54840);
 
-/* The catalogue object: the volume table, the global settings, the share list. */
+// The catalogue object: the volume table, the global settings, the share list.
 FIELD(smb_catalogue, hd_count,          int32_t,                0,     0);
 FIELD(smb_catalogue, hd_present,        int32_t[2],             4,     4);
 FIELD(smb_catalogue, disk_serial,       char[2][512],          12,    12);
@@ -62,7 +62,7 @@ FIELD(smb_catalogue, head,              struct smb_share *, 43084, 43088);
 FIELD(smb_catalogue, tail,              struct smb_share *, 43088, 43096);
 RECORD_SIZE(smb_catalogue, 43092, 43104);
 
-/* The objects. */
+// The objects.
 OBJECT(smbshare, struct smb_catalogue);
 OBJECT(pss, struct smb_catalogue *);
 OBJECT(SMB_VOL_NAME, const char *const[4]);

@@ -5,7 +5,7 @@
 // Columns: record, field, type, offset on 32 bits, offset on 64 bits
 // clang-format off
 
-/* DFS link list. */
+// DFS link list.
 FIELD(smb_dfs_node, host,  char[512],                0,    0);
 FIELD(smb_dfs_node, share, char[512],              512,  512);
 FIELD(smb_dfs_node, local, char[512],             1024, 1024);
@@ -18,6 +18,6 @@ FIELD(smb_dfs_list, head,  struct smb_dfs_node *, 4,  8);
 FIELD(smb_dfs_list, tail,  struct smb_dfs_node *, 8, 16);
 RECORD_SIZE(smb_dfs_list, 12, 24);
 
-/* The objects. */
+// The objects.
 OBJECT(dfslist, struct smb_dfs_list);
 OBJECT(pdfs, struct smb_dfs_list *);

@@ -1,15 +1,14 @@
-/* The service commands without a real Samba: what they make, derive, print and refuse. The real one is asked
-   in tests/real. */
+// The service commands without a real Samba: what they make, derive, print and refuse. The real one is asked
+// in tests/real.
 #include "appliance.h"
 #include "output.h"
 
-#include <gtest/gtest.h>
-
 #include <cstdlib>
+#include <gtest/gtest.h>
 #include <string>
-
 #include <unistd.h>
 
+namespace nasshare::tests {
 namespace {
 
 constexpr const char *commands = PROJECT_FOLDER "/platform/commands";
@@ -72,7 +71,7 @@ TEST_F(SmbdConf, AYesOrNoOptionWithoutEitherIsLeftOut) {
             "public = yes\nbrowseable = no\n");
 }
 
-/* Samba would join the next line to it: a comment could swallow the share's path. */
+// Samba would join the next line to it: a comment could swallow the share's path.
 TEST_F(SmbdConf, NoLineEndsInABackslash) {
   EXPECT_EQ(derived("comment = a\\\npath = /mnt\nserver string = b\\\\ \n"),
             "comment = a\npath = /mnt\nserver string = b\n");
@@ -200,7 +199,7 @@ TEST(SambaTmpfs, OffReportsAFolderInUse) {
 
 class Wbinfo : public testing::Test {
 protected:
-  /* The stock wbinfo and getent as a domain member has them. */
+  // The stock wbinfo and getent as a domain member has them.
   Wbinfo() {
     machine_.command("getent", recording("domain/getent-passwd-winbind.stdout"))
         .command("wbinfo", recording("domain/wbinfo-u.stdout"), 7, "stock\n");
@@ -270,3 +269,4 @@ TEST(PlatformLibrary, ExportsTheNamesOfItsHeaderOnly) {
 }
 
 } // namespace
+} // namespace nasshare::tests

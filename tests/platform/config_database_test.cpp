@@ -1,31 +1,29 @@
 // The configuration database: values, odd keys and values, and a file that is replaced whole or not at all.
-#include "nasshare/platform.h"
-
 #include "../support/descriptor_limit.h"
 #include "appliance.h"
+#include "nasshare/platform.h"
 #include "output.h"
-
-#include <gtest/gtest.h>
 
 #include <cerrno>
 #include <climits>
-#include <string>
-#include <vector>
-
 #include <fcntl.h>
+#include <gtest/gtest.h>
+#include <string>
 #include <sys/file.h>
 #include <sys/mount.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <vector>
 
+namespace nasshare::tests {
 namespace {
 
 constexpr const char *folder = "/etc/NAS_CFG";
 constexpr const char *database = "/etc/NAS_CFG/config.xml";
 constexpr const char *workgroup = "/system_mgr/samba/workgroup";
 
-std::string value(const char *key, size_t width = 512) {
+std::string value(const char *key, std::size_t width = 512) {
   std::vector<char> field(width, 'x');
   xml_get_str(key, static_cast<int>(width), field.data());
   return field.data();
@@ -445,3 +443,4 @@ TEST(ConfigDatabase, NoFileIsFetchedThatTheDatabaseNames) {
 }
 
 } // namespace
+} // namespace nasshare::tests

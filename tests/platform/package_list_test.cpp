@@ -1,15 +1,14 @@
 // The list of installed add-on packages.
-#include "nasshare/platform.h"
-
 #include "appliance.h"
+#include "nasshare/platform.h"
 #include "output.h"
 
 #include <gtest/gtest.h>
-
 #include <string>
 #include <utility>
 #include <vector>
 
+namespace nasshare::tests {
 namespace {
 
 using Packages = std::vector<std::pair<std::string, std::string>>;
@@ -27,7 +26,7 @@ Packages listed() {
   for (const modx_package *entry = p_lib_list->first; entry != nullptr; entry = entry->next) {
     packages.emplace_back(entry->name, entry->path);
   }
-  EXPECT_EQ(p_lib_list->count, static_cast<int32_t>(packages.size()));
+  EXPECT_EQ(p_lib_list->count, static_cast<std::int32_t>(packages.size()));
   return packages;
 }
 
@@ -126,3 +125,4 @@ TEST_F(PackageList, ManyPackagesAreAllListed) {
 }
 
 } // namespace
+} // namespace nasshare::tests

@@ -1,14 +1,12 @@
-/* The command winbindd in front of the stock one, and what "smb stop" does with the helpers that it leaves.
- */
+// The command winbindd in front of the stock one, and what "smb stop" does with the helpers that it leaves.
 #include "appliance.h"
 #include "output.h"
 
 #include <gtest/gtest.h>
-
 #include <string>
-
 #include <unistd.h>
 
+namespace nasshare::tests {
 namespace {
 
 const std::string commands = PROJECT_FOLDER "/platform/commands";
@@ -25,7 +23,7 @@ class Winbindd : public testing::Test {
 protected:
   Winbindd() { machine_.command("testparm").file(smb_conf, "[ global ]\nsecurity = ads\n[ Music ]\n"); }
 
-  /* A program that only waits, under that name and with winbindd's mark in its environment. */
+  // A program that only waits, under that name and with winbindd's mark in its environment.
   void start_marked(const std::string &program) {
     ASSERT_EQ(shell("cp /bin/sleep " + program + "; NASSHARE_WINBINDD=yes " + program +
                     " 60 >/dev/null 2>&1 & echo $! >" + program + ".pid; sleep 0.1")
@@ -38,8 +36,6 @@ protected:
 
   Appliance machine_;
 };
-
-} // namespace
 
 TEST_F(Winbindd, GetsTheDerivedFileAndItsMark) {
   machine_.script("winbindd", "echo mark=$NASSHARE_WINBINDD; cat /run/samba/smbd.conf");
@@ -94,3 +90,6 @@ TEST_F(Winbindd, SmbStopEndsTheHelpersOfWinbinddOnly) {
   EXPECT_FALSE(lives("/tmp/rpcd_lsad"));
   shell("kill $(cat /tmp/winbindd.pid)");
 }
+
+} // namespace
+} // namespace nasshare::tests

@@ -1,10 +1,9 @@
-/* Who can really do what on a share, as the access lists say. */
+// Who can really do what on a share, as the access lists say.
+#include "appliance.h"
+#include "nasshare/catalogue.h"
 #include "samba_machine.h"
 
-#include "appliance.h"
-
-#include "nasshare/catalogue.h"
-
+namespace nasshare::tests {
 namespace {
 
 class Access : public SambaMachine {
@@ -125,7 +124,7 @@ TEST_F(Access, AShareOfTheSecondVolumeIsServedTheSameWay) {
   EXPECT_EQ(access("carol", "Photos"), "denied");
 }
 
-/* More than 12000 bytes; who comes last counts as much as who comes first. */
+// More than 12000 bytes; who comes last counts as much as who comes first.
 TEST_F(Access, AFullAccessListWorksToItsLastEntry) {
   Appliance machine;
   std::string list = "#alice#";
@@ -151,3 +150,4 @@ TEST_F(Access, AWriteListThatIsTakenBackIsTakenBack) {
 }
 
 } // namespace
+} // namespace nasshare::tests

@@ -1,15 +1,14 @@
-/* The DFS root as clients meet it: a link is followed to the share that it names. */
+// The DFS root as clients meet it: a link is followed to the share that it names.
+#include "appliance.h"
+#include "nasshare/dfs.h"
 #include "samba_machine.h"
 
-#include "appliance.h"
-
-#include "nasshare/dfs.h"
-
+namespace nasshare::tests {
 namespace {
 
 class DfsRoot : public SambaMachine {
 protected:
-  /* A share that alice may write and bob may read, the links, and smbd. */
+  // A share that alice may write and bob may read, the links, and smbd.
   void serve(const std::string &share = "Music") {
     Appliance{}.config("/system_mgr/samba/dfs_enable", "1");
     add(Share{share}.path("/mnt/HD/HD_a2/" + share).read("#bob#").write("#alice#"));
@@ -22,7 +21,7 @@ void add_link(const char *share, const char *local, const char *group) {
   ASSERT_EQ(add_dfs_node("127.0.0.1", share, local, group), 1U);
 }
 
-/* What smbclient says when the account does that in the DFS root. */
+// What smbclient says when the account does that in the DFS root.
 std::string said(const std::string &account, const std::string &commands) {
   const Ended ended = client(account, "DFS", commands);
   return ended.out + ended.err;
@@ -32,7 +31,7 @@ bool contains(const std::string &text, const std::string &part) {
   return text.find(part) != std::string::npos;
 }
 
-/* The file that the account gets from behind the link. */
+// The file that the account gets from behind the link.
 std::string welcome_behind(const std::string &account, const std::string &link) {
   Appliance{}.remove("/tmp/got");
   const std::string words = said(account, "cd \"" + link + "\"; get welcome.txt /tmp/got");
@@ -52,8 +51,9 @@ TEST_F(DfsRoot, BehindALinkTheListsOfItsShareHold) {
   EXPECT_TRUE(exists("/mnt/HD/HD_a2/Music/alice.txt"));
   EXPECT_EQ(welcome_behind("bob", "media\\tunes"), "welcome to this share\n");
   EXPECT_TRUE(contains(said("bob", "put /etc/hostname media/tunes/bob.txt"), "NT_STATUS_ACCESS_DENIED"));
-  for (const char *account : {"carol", guest})
+  for (const char *account : {"carol", guest}) {
     EXPECT_TRUE(contains(welcome_behind(account, "media\\tunes"), "NT_STATUS_ACCESS_DENIED"));
+  }
 }
 
 TEST_F(DfsRoot, NamesAreReachedAsTheyAre) {
@@ -107,3 +107,4 @@ TEST_F(DfsRoot, SwitchedOffThereIsNone) {
 }
 
 } // namespace
+} // namespace nasshare::tests

@@ -1,8 +1,8 @@
-/* Where deleted files go. */
+// Where deleted files go.
+#include "appliance.h"
 #include "samba_machine.h"
 
-#include "appliance.h"
-
+namespace nasshare::tests {
 namespace {
 
 std::string in_bin(const std::string &path) {
@@ -21,7 +21,7 @@ Share docs() {
   return Share{"Docs"}.path("/mnt/HD/HD_a2/Docs").everyone();
 }
 
-/* The account stores a file and deletes it again. */
+// The account stores a file and deletes it again.
 void store_and_delete(const std::string &account, const std::string &folder = "") {
   shell("echo text >/tmp/note.txt");
   const std::string enter = folder.empty() ? "" : "mkdir " + folder + "; cd " + folder + "; ";
@@ -92,3 +92,4 @@ TEST_F(RecycleBin, ItsOwnShareShowsEveryUserTheirFiles) {
 }
 
 } // namespace
+} // namespace nasshare::tests

@@ -1,11 +1,11 @@
-/* The shares that a real smbd lists to get_host_share_name. */
-#include "samba_machine.h"
-
+// The shares that a real smbd lists to get_host_share_name.
 #include "nasshare/acl.h"
 #include "nasshare/special.h"
+#include "samba_machine.h"
 
 #include <algorithm>
 
+namespace nasshare::tests {
 namespace {
 
 class RemoteBrowse : public SambaMachine {};
@@ -13,15 +13,17 @@ class RemoteBrowse : public SambaMachine {};
 std::vector<std::string> sorted_names() {
   std::vector<std::string> names;
   const smb_name_node *node = pnl->count == 0 ? nullptr : pnl->head;
-  for (; node != nullptr; node = node->next)
+  for (; node != nullptr; node = node->next) {
     names.emplace_back(node->name);
+  }
   std::sort(names.begin(), names.end());
   return names;
 }
 
 TEST_F(RemoteBrowse, ListsTheDiskSharesOfAHostUntilItStops) {
-  for (const char *name : {"Music", "R&B", "My Docs", "M\xC3\xBCsik", "print room", "Hidden$"})
+  for (const char *name : {"Music", "R&B", "My Docs", "M\xC3\xBCsik", "print room", "Hidden$"}) {
     add(Share{name}.path(std::string("/mnt/HD/HD_a2/") + name).everyone());
+  }
   start();
   EXPECT_EQ(get_host_share_name("127.0.0.1"), 1);
   EXPECT_EQ(sorted_names(), (std::vector<std::string>{"Music", "My Docs", "M\xC3\xBCsik", "R&B"}));
@@ -38,3 +40,4 @@ TEST_F(RemoteBrowse, AHostThatDoesNotExistHasNoListing) {
 }
 
 } // namespace
+} // namespace nasshare::tests

@@ -1,15 +1,15 @@
 #include "samba_machine.h"
 
 #include "appliance.h"
-
 #include "nasshare/catalogue.h"
 
 #include <algorithm>
 #include <cstdlib>
 #include <sstream>
-
 #include <sys/stat.h>
 #include <unistd.h>
+
+namespace nasshare::tests {
 
 namespace {
 
@@ -22,8 +22,9 @@ bool is_installed(const std::string &program) {
 
 std::string missing_program() {
   for (const char *program : {"smbd", "smbclient", "smbpasswd", "testparm", "smbcontrol"}) {
-    if (!is_installed(program))
+    if (!is_installed(program)) {
       return program;
+    }
   }
   return "";
 }
@@ -33,7 +34,7 @@ bool on_ci() {
   return value != nullptr && std::string(value) == "true";
 }
 
-/* The service commands before everything else, and a nasshare that gets the kernel's answers. */
+// The service commands before everything else, and a nasshare that gets the kernel's answers.
 void install_commands(Appliance &machine) {
   const std::string path = std::string(commands) + ":" + std::getenv("PATH");
   setenv("PATH", path.c_str(), 1);
@@ -108,15 +109,19 @@ Ended client(const std::string &account, const std::string &share, const std::st
 
 std::string access(const std::string &account, const std::string &share) {
   const Ended reading = client(account, share, "get welcome.txt /tmp/got");
-  if (contains(reading.out, "tree connect failed: NT_STATUS_ACCESS_DENIED"))
+  if (contains(reading.out, "tree connect failed: NT_STATUS_ACCESS_DENIED")) {
     return "denied";
-  if (contains(reading.out, "tree connect failed: NT_STATUS_BAD_NETWORK_NAME"))
+  }
+  if (contains(reading.out, "tree connect failed: NT_STATUS_BAD_NETWORK_NAME")) {
     return "no such share";
-  if (reading.status != 0 || read_file("/tmp/got") != welcome)
+  }
+  if (reading.status != 0 || read_file("/tmp/got") != welcome) {
     return reading.out + reading.err;
+  }
   const Ended writing = client(account, share, "put /tmp/got new.txt; rm new.txt");
-  if (writing.status == 0)
+  if (writing.status == 0) {
     return "write";
+  }
   return contains(writing.out, "NT_STATUS_ACCESS_DENIED opening remote file") ? "read"
                                                                               : writing.out + writing.err;
 }
@@ -125,9 +130,12 @@ std::vector<std::string> listed_shares() {
   std::istringstream lines(shell("smbclient -s /dev/null -gNL 127.0.0.1").out);
   std::vector<std::string> names;
   for (std::string line; std::getline(lines, line);) {
-    if (line.starts_with("Disk|"))
+    if (line.starts_with("Disk|")) {
       names.push_back(line.substr(5, line.find('|', 5) - 5));
+    }
   }
   std::sort(names.begin(), names.end());
   return names;
 }
+
+} // namespace nasshare::tests

@@ -1,12 +1,11 @@
-/* The service commands: smbd starts, takes changes and ends. */
-#include "samba_machine.h"
-
+// The service commands: smbd starts, takes changes and ends.
 #include "appliance.h"
-
 #include "nasshare/catalogue.h"
+#include "samba_machine.h"
 
 #include <sys/stat.h>
 
+namespace nasshare::tests {
 namespace {
 
 constexpr const char *smb_conf = "/etc/samba/smb.conf";
@@ -23,7 +22,7 @@ protected:
   }
 };
 
-/* Every process of the machine whose program is one of Samba's. */
+// Every process of the machine whose program is one of Samba's.
 std::string samba_processes() {
   return shell("ps -e -o pid=,args= | grep -E '[s]mbd|[s]amba-|[r]pcd_|[n]mbd|[w]inbindd'").out;
 }
@@ -43,7 +42,7 @@ TEST_F(Service, SmbdUnderstandsEveryOptionThatItIsGiven) {
   EXPECT_EQ(checked.err.find("nknown parameter"), std::string::npos) << checked.err;
 }
 
-/* One yes-or-no option without either makes Samba refuse a whole file. */
+// One yes-or-no option without either makes Samba refuse a whole file.
 TEST_F(Service, AShareWithoutYesOrNoIsServedLikeAnyOther) {
   add(music().oplocks("").map_archive("perhaps"));
   start();
@@ -192,3 +191,4 @@ TEST_F(Service, SmbcmdHasSmbdTakeTheFileAsItIs) {
 }
 
 } // namespace
+} // namespace nasshare::tests

@@ -1,12 +1,11 @@
-/* Names under which shares are reached. */
-#include "samba_machine.h"
-
+// Names under which shares are reached.
 #include "appliance.h"
-
 #include "nasshare/catalogue.h"
+#include "samba_machine.h"
 
 #include <algorithm>
 
+namespace nasshare::tests {
 namespace {
 
 class ShareName : public SambaMachine, public testing::WithParamInterface<const char *> {};
@@ -51,3 +50,4 @@ TEST_F(Names, SharesOfBothVolumesAndTheRecycleBinsAreListed) {
 }
 
 } // namespace
+} // namespace nasshare::tests

@@ -1,8 +1,8 @@
 // The section of the DFS root closes smb.conf.
+#include "share.h"
 #include "smb_conf.h"
 
-#include "share.h"
-
+namespace nasshare::tests {
 namespace {
 
 constexpr const char *local_root = "\n[ DFS ]\n"
@@ -15,8 +15,6 @@ constexpr const char *local_root = "\n[ DFS ]\n"
                                    "invalid users =\n"
                                    "valid users = \"nobody\",\"@allaccount\"\n"
                                    "msdfs root = yes\n";
-
-} // namespace
 
 TEST(DfsSection, FollowsAnEmptyCatalogue) {
   pss->dfs_enable = 1;
@@ -39,7 +37,7 @@ TEST(DfsSection, LetsTheDomainsUsersInInADomain) {
 }
 
 TEST(DfsSection, OnlyOneSwitchesItOn) {
-  for (int enable : {0, 2, -1}) {
+  for (const int enable : {0, 2, -1}) {
     pss->dfs_enable = enable;
     EXPECT_EQ(generated_sections(), "");
   }
@@ -68,3 +66,6 @@ TEST(DfsSection, CarriesALongDomainNameWhole) {
   EXPECT_NE(generated_sections().find("\nvalid users = \"nobody\",\"+" + name + "+Domain Users\"\nmsdfs"),
             std::string::npos);
 }
+
+} // namespace
+} // namespace nasshare::tests

@@ -1,14 +1,14 @@
 // What is published after a load that met trouble: missing shares keep nobody from the others, but nobody is
 // let in for want of an answer about accounts.
-#include "smb_conf.h"
-
 #include "../support/descriptor_limit.h"
 #include "share.h"
+#include "smb_conf.h"
 
 #include <cerrno>
 #include <dlfcn.h>
 #include <grp.h>
 
+namespace nasshare::tests {
 namespace {
 
 bool groups_fail = false;
@@ -28,16 +28,6 @@ Appliance deny_staff() {
 int published() {
   get_samba_info2();
   return create_smb_conf();
-}
-
-} // namespace
-
-/* Wins over the C library's. */
-extern "C" __attribute__((visibility("default"))) group *getgrnam(const char *name) {
-  using LookUp = group *(*)(const char *);
-  static const auto look_up = reinterpret_cast<LookUp>(dlsym(RTLD_NEXT, "getgrnam"));
-  errno = groups_fail ? EIO : errno;
-  return groups_fail ? nullptr : look_up(name);
 }
 
 TEST(DoubtfulLoad, OfAccountsKeepsTheOldFile) {
@@ -73,4 +63,15 @@ TEST(DoubtfulLoad, IsNotOneWithoutRecycleDirectories) {
   }
   EXPECT_EQ(names_in("/mnt/HD/HD_a2/recycle"), std::vector<std::string>{"nobody"});
   EXPECT_EQ(create_smb_conf(), 0);
+}
+
+} // namespace
+} // namespace nasshare::tests
+
+// Wins over the C library's.
+extern "C" [[gnu::visibility("default")]] group *getgrnam(const char *name) {
+  using LookUp = group *(*)(const char *);
+  static const auto look_up = reinterpret_cast<LookUp>(dlsym(RTLD_NEXT, "getgrnam"));
+  errno = nasshare::tests::groups_fail ? EIO : errno;
+  return nasshare::tests::groups_fail ? nullptr : look_up(name);
 }

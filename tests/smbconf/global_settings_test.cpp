@@ -1,22 +1,20 @@
-/* read_global_setting and Get_Mac_Str: settings, their defaults and what is written back. */
+// read_global_setting and Get_Mac_Str: settings, their defaults and what is written back.
 #include "appliance.h"
-#include "output.h"
-
 #include "nasshare/catalogue.h"
 #include "nasshare/platform.h"
 #include "nasshare/smbconf.h"
 #include "nasshare/support.h"
-
-#include <gtest/gtest.h>
+#include "output.h"
 
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
-
+#include <gtest/gtest.h>
 #include <sys/socket.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
+namespace nasshare::tests {
 namespace {
 
 bool refuse_sockets = false;
@@ -36,7 +34,7 @@ std::string name_for(const std::string &hardware_address) {
   return name;
 }
 
-/* The three names, so that no default is needed. */
+// The three names, so that no default is needed.
 Appliance named_appliance() {
   return Appliance{}
       .config("/system_mgr/samba/workgroup", "HOME")
@@ -71,17 +69,6 @@ void expect_domain_fields(const char *text) {
   EXPECT_STREQ(pss->ads_password, text);
   EXPECT_STREQ(pss->ads_realm, text);
   EXPECT_STREQ(pss->ads_pwd_server, text);
-}
-
-} // namespace
-
-/* Wins over the C library's. */
-extern "C" __attribute__((visibility("default"))) int socket(int domain, int type, int protocol) noexcept {
-  if (refuse_sockets) {
-    errno = EMFILE;
-    return -1;
-  }
-  return static_cast<int>(syscall(SYS_socket, domain, type, protocol));
 }
 
 TEST(GlobalSettings, AreReadFromTheDatabase) {
@@ -274,7 +261,7 @@ TEST(GlobalSettings, TheGeneratedNameIsPrintedForAnyNonZeroFlag) {
 
 TEST(GlobalSettings, NothingIsPrintedForANameThatIsThere) {
   named_appliance().config("/system_mgr/samba/ads_enable", "1");
-  for (int flag : {1, 2}) {
+  for (const int flag : {1, 2}) {
     smb_dbg_flag = flag;
     EXPECT_EQ(output_of(read_global_setting), "");
   }
@@ -334,7 +321,7 @@ TEST(MacName, FitsSixteenBytes) {
 TEST(MacName, WithoutASocketIsReportedAndTheDestinationStays) {
   Appliance{}.hardware_address("02:00:00:0a:1b:02");
   refuse_sockets = true;
-  for (int flag : {0, 1, 2}) {
+  for (const int flag : {0, 1, 2}) {
     SCOPED_TRACE(flag);
     smb_dbg_flag = flag;
     char name[32] = "as it was";
@@ -354,4 +341,16 @@ TEST(MacName, PrintsNothingOtherwise) {
 TEST(MacName, WithoutADestinationIsNothing) {
   Appliance{};
   EXPECT_EQ(output_of([] { Get_Mac_Str(nullptr); }), "");
+}
+
+} // namespace
+} // namespace nasshare::tests
+
+// Wins over the C library's.
+extern "C" [[gnu::visibility("default")]] int socket(int domain, int type, int protocol) noexcept {
+  if (nasshare::tests::refuse_sockets) {
+    errno = EMFILE;
+    return -1;
+  }
+  return static_cast<int>(syscall(SYS_socket, domain, type, protocol));
 }

@@ -5,11 +5,12 @@
 #include <cstdio>
 #include <cstdlib>
 
+namespace nasshare::tests {
 namespace {
 
 std::string printer_section() {
   char *text = nullptr;
-  size_t size = 0;
+  std::size_t size = 0;
   FILE *file = open_memstream(&text, &size);
   determine_printer_in_hidden(file);
   std::fclose(file);
@@ -22,8 +23,6 @@ std::string section_at(const std::string &folder) {
   return "[ printers ]\npath = " + folder +
          "/.lpd\nguest ok = yes\nprintable = yes\nuse client driver = yes\nbrowseable = no\n\n";
 }
-
-} // namespace
 
 TEST(PrinterSection, NamesTheFirstHiddenFolder) {
   Appliance{}.folder("/mnt/HD_b4").folder("/mnt/HD_a4");
@@ -73,3 +72,6 @@ TEST(PrinterSection, NeedsAFile) {
   determine_printer_in_hidden(nullptr);
   EXPECT_EQ(printer_section(), section_at("/mnt/HD_a4"));
 }
+
+} // namespace
+} // namespace nasshare::tests

@@ -1,14 +1,12 @@
 // A recycle root and one directory per user, open to all and owned by its user.
+#include "nasshare/support.h"
+#include "output.h"
 #include "smb_conf.h"
 
-#include "output.h"
-
-#include "nasshare/support.h"
-
+#include <sys/stat.h>
 #include <unistd.h>
 
-#include <sys/stat.h>
-
+namespace nasshare::tests {
 namespace {
 
 using Names = std::vector<std::string>;
@@ -49,8 +47,6 @@ protected:
 };
 using DomainRecycleDirectories = RecycleDirectories;
 
-} // namespace
-
 // ---- In either mode
 
 // Whoever may write in a volume's root may plant a link there.
@@ -73,8 +69,9 @@ TEST_F(RecycleDirectories, EveryLocalAccountHasOne) {
 
 TEST_F(RecycleDirectories, SomeAccountsOfTheSystemHaveNone) {
   Appliance appliance;
-  for (const char *name : {"admin", "ftp", "sshd", "squeezecenter", "daemon", "Admin", "ftp2"})
+  for (const char *name : {"admin", "ftp", "sshd", "squeezecenter", "daemon", "Admin", "ftp2"}) {
     appliance.user(name, 700, 701);
+  }
   make();
   EXPECT_EQ(names_in(root), (Names{"Admin", "alice", "bob", "carol", "daemon", "ftp2", "nobody"}));
   EXPECT_EQ(directory("/daemon"), open_to_all(700, 701));
@@ -257,3 +254,6 @@ TEST_F(DomainRecycleDirectories, NothingIsPrinted) {
   smb_dbg_flag = 1;
   EXPECT_EQ(output_of(make), "");
 }
+
+} // namespace
+} // namespace nasshare::tests

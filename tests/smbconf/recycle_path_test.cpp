@@ -2,10 +2,10 @@
 #include "nasshare/smbconf.h"
 
 #include <gtest/gtest.h>
-
 #include <string>
 #include <vector>
 
+namespace nasshare::tests {
 namespace {
 
 int slashes(std::string &path) {
@@ -19,8 +19,6 @@ std::string related_path(int slash_count) {
   make_related_path(destination.data(), slash_count);
   return destination.data();
 }
-
-} // namespace
 
 TEST(SlashCount, OneTrailingSlashGoesAndTheOthersCount) {
   const struct {
@@ -64,7 +62,7 @@ TEST(RelatedPath, LeadsUpToTheVolumesRoot) {
 }
 
 TEST(RelatedPath, BelowAVolumesRootTheDestinationIsUntouched) {
-  for (int count : {2, 1, 0, -1}) {
+  for (const int count : {2, 1, 0, -1}) {
     char destination[] = "as it was";
     make_related_path(destination, count);
     EXPECT_STREQ(destination, "as it was");
@@ -81,7 +79,7 @@ TEST(RelatedPath, IsCopiedWithoutItsTerminator) {
 }
 
 TEST(RelatedPath, StaysInItsFieldWithATerminator) {
-  for (int count : {1365, 1366, 1367, 1368, 4095, 100000}) {
+  for (const int count : {1365, 1366, 1367, 1368, 4095, 100000}) {
     SCOPED_TRACE(count);
     EXPECT_LE(related_path(count).size(), 4095U);
   }
@@ -92,3 +90,6 @@ TEST(RelatedPath, NeedsADestination) {
   make_related_path(nullptr, 4);
   EXPECT_EQ(related_path(4), "../recycle");
 }
+
+} // namespace
+} // namespace nasshare::tests

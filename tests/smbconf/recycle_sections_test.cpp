@@ -1,8 +1,8 @@
 // One recycle-bin section of smb.conf per volume that has a recycling share.
+#include "share.h"
 #include "smb_conf.h"
 
-#include "share.h"
-
+namespace nasshare::tests {
 namespace {
 
 constexpr const char *volume_1 = "\n[ Recycle Bin - Volume_1 ]\n"
@@ -24,7 +24,7 @@ void share(const char *name, const char *path, int recycle) {
 
 std::string recycle_sections() {
   const std::string text = generated_sections();
-  const size_t start = text.find("\n[ Recycle Bin");
+  const std::size_t start = text.find("\n[ Recycle Bin");
   return start == std::string::npos ? "" : text.substr(start);
 }
 
@@ -35,8 +35,6 @@ protected:
     volumes_present(1, 1);
   }
 };
-
-} // namespace
 
 TEST_F(RecycleSections, TwoSharesOfAVolumeHaveOne) {
   share("Music", "/mnt/HD/HD_a2/music", 1);
@@ -130,3 +128,6 @@ TEST_F(RecycleSections, CarryALongNameWhole) {
   share("Music", "/mnt/HD/HD_a2/music", 1);
   EXPECT_TRUE(recycle_sections().starts_with("\n[ Recycle Bin - " + name + " ]\ncomment"));
 }
+
+} // namespace
+} // namespace nasshare::tests

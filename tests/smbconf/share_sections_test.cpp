@@ -1,24 +1,23 @@
 // One section of smb.conf per share.
-#include "smb_conf.h"
-
+#include "nasshare/support.h"
 #include "output.h"
 #include "share.h"
+#include "smb_conf.h"
 
-#include "nasshare/support.h"
-
+namespace nasshare::tests {
 namespace {
 
 Share music() {
   return Share{"Music"}.comment("Songs").path("/mnt/HD/HD_a2/music").oplocks("yes").map_archive("no");
 }
 
-/* The value of the option in every section, in order. */
+// The value of the option in every section, in order.
 std::vector<std::string> values(const std::string &option) {
   std::vector<std::string> found;
   const std::string text = "\n" + generated_sections();
   const std::string label = "\n" + option + " = ";
-  for (size_t at = text.find(label); at != std::string::npos; at = text.find(label, at + 1)) {
-    const size_t start = at + label.size();
+  for (std::size_t at = text.find(label); at != std::string::npos; at = text.find(label, at + 1)) {
+    const std::size_t start = at + label.size();
     found.push_back(text.substr(start, text.find('\n', start) - start));
   }
   return found;
@@ -35,14 +34,13 @@ std::string full_list() {
 }
 
 std::string quoted(std::string list) {
-  for (char &character : list)
+  for (char &character : list) {
     character = character == '#' ? '"' : character;
+  }
   return list;
 }
 
 using Values = std::vector<std::string>;
-
-} // namespace
 
 TEST(ShareSection, HasItsOptionsInThisOrder) {
   Insert_Smb_Node(music().read("#alice#").write("#@staff#").deny("#carol#").recycle(1, 1));
@@ -80,8 +78,9 @@ TEST(ShareSection, WithoutARecycleBinEndsWithTheValidUsers) {
 }
 
 TEST(ShareSection, AnEmptyLineStandsBetweenTwoOnly) {
-  for (const char *name : {"A", "B", "C"})
+  for (const char *name : {"A", "B", "C"}) {
     Insert_Smb_Node(Share{name}.everyone());
+  }
   const std::string rest = " ]\ncomment = \npath = \nbrowseable = yes\npublic = yes\noplocks = \n"
                            "map archive = \nread list = \nwrite list = \"nobody\",\"@allaccount\"\n"
                            "invalid users = \nvalid users = \"nobody\",\"@allaccount\"\n";
@@ -190,7 +189,7 @@ TEST(Oplocks, WithoutAnExportFileNothingIsExported) {
 TEST(Oplocks, TheComparisonOfPathsIsPrintedWhenTheDebugFlagIsOne) {
   Appliance{}.config("/system_mgr/nfs/enable", "1").exports("\"/mnt/HD/HD_a2/docs\" *(rw)\n");
   Insert_Smb_Node(music().everyone());
-  for (int flag : {0, 1, 2}) {
+  for (const int flag : {0, 1, 2}) {
     SCOPED_TRACE(flag);
     smb_dbg_flag = flag;
     EXPECT_EQ(output_of([] { create_smb_conf(); }), flag == 1 ? "afp nfs state is [0][1]\n"
@@ -213,7 +212,7 @@ TEST(Oplocks, WithAfpOnTheExportsAreNotAsked) {
 // ---- Recycle options
 
 TEST(RecycleOptions, TheTreeIsKeptOnlyWhenTheShareSaysSo) {
-  for (int tree : {0, 1, 2}) {
+  for (const int tree : {0, 1, 2}) {
     Free_All_List();
     Insert_Smb_Node(music().everyone().recycle(1, tree));
     EXPECT_EQ(values("recycle:keeptree"), tree == 1 ? Values{"yes"} : Values{});
@@ -222,7 +221,7 @@ TEST(RecycleOptions, TheTreeIsKeptOnlyWhenTheShareSaysSo) {
 }
 
 TEST(RecycleOptions, OnlyOneSwitchesTheBinOn) {
-  for (int enable : {0, 2, -1}) {
+  for (const int enable : {0, 2, -1}) {
     Free_All_List();
     Insert_Smb_Node(music().everyone().recycle(enable, 1));
     EXPECT_EQ(values("vfs object"), Values{});
@@ -261,11 +260,15 @@ TEST(RecycleOptions, TakeATrailingSlashOffTheStoredPathAfterItWasWritten) {
 
 TEST(RecycleOptions, OfAVeryDeepShareStayALine) {
   std::string path;
-  while (path.size() < 4094)
+  while (path.size() < 4094) {
     path += "/a";
+  }
   Insert_Smb_Node(Share{"Deep"}.path(path).everyone().recycle(1));
   const Values repository = values("recycle:repository");
   ASSERT_EQ(repository.size(), 1U);
   EXPECT_LE(repository[0].size(), 4095U + 3U);
   EXPECT_EQ(repository[0].substr(0, 9), "../../../");
 }
+
+} // namespace
+} // namespace nasshare::tests

@@ -1,16 +1,16 @@
 // fix_path_special_char: backslashes before what the shell would take as its own.
 #include "nasshare/smbconf.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
+#include <gtest/gtest.h>
 #include <string>
 #include <string_view>
 #include <vector>
 
+namespace nasshare::tests {
 namespace {
 
-/* Exactly the 4096 bytes that a path has. */
+// Exactly the 4096 bytes that a path has.
 class PathField {
 public:
   explicit PathField(std::string_view text) : field_(4096, '\0') {
@@ -29,17 +29,16 @@ std::string escaped(std::string_view text) {
   return path.text();
 }
 
-std::string pairs(size_t count) {
+std::string pairs(std::size_t count) {
   std::string text;
-  for (size_t i = 0; i < count; ++i)
+  for (std::size_t i = 0; i < count; ++i) {
     text += "\\(";
+  }
   return text;
 }
 
-} // namespace
-
 TEST(ShellEscape, EachSpecialCharacterGetsOneBackslash) {
-  for (char character : std::string_view("$`#%^&()+{};[]'= ")) {
+  for (const char character : std::string_view("$`#%^&()+{};[]'= ")) {
     SCOPED_TRACE(character);
     EXPECT_EQ(escaped(std::string("/a") + character + "b"), std::string("/a\\") + character + "b");
   }
@@ -89,3 +88,6 @@ TEST(ShellEscape, ACharacterIsNeverCut) {
 TEST(ShellEscape, NoPathIsNoPath) {
   EXPECT_EQ(fix_path_special_char(nullptr), nullptr);
 }
+
+} // namespace
+} // namespace nasshare::tests

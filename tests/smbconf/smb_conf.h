@@ -1,25 +1,25 @@
-/* Settings for smb.conf, and what create_smb_conf writes. */
-#ifndef NASSHARE_TESTS_SMB_CONF_H
-#define NASSHARE_TESTS_SMB_CONF_H
+// Settings for smb.conf, and what create_smb_conf writes.
+#pragma once
 
 #include "appliance.h"
-
 #include "nasshare/catalogue.h"
 #include "nasshare/smbconf.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
+#include <gtest/gtest.h>
 #include <stdexcept>
 #include <string>
 #include <string_view>
 
+namespace nasshare::tests {
+
 constexpr const char *smb_conf = "/etc/samba/smb.conf";
 
-/* Puts the text into a field of a record; it has to fit. */
-template <size_t width> void put(char (&field)[width], std::string_view text) {
-  if (text.size() >= width)
+// Puts the text into a field of a record; it has to fit.
+template <std::size_t width> void put(char (&field)[width], std::string_view text) {
+  if (text.size() >= width) {
     throw std::length_error("text does not fit into its field");
+  }
   std::fill(std::copy(text.begin(), text.end(), field), field + width, '\0');
 }
 
@@ -29,7 +29,7 @@ inline void outside_a_domain() {
   put(pss->workgroup, "WORKGROUP");
 }
 
-/* The domain CORP; its accounts are those that the name service knows. */
+// The domain CORP; its accounts are those that the name service knows.
 inline void in_a_domain() {
   put(pss->netbios_name, "TARVO");
   put(pss->workgroup, "unused");
@@ -53,12 +53,12 @@ inline std::string generated() {
   return read_file(smb_conf);
 }
 
-/* What follows the global section. */
+// What follows the global section.
 inline std::string generated_sections() {
   const std::string text = generated();
   const std::string last_lines = "queueresume command = /usr/local/LPRng/sbin/lpc -P%p start\n\n";
-  const size_t end = text.find(last_lines);
+  const std::size_t end = text.find(last_lines);
   return end == std::string::npos ? "no global section: " + text : text.substr(end + last_lines.size());
 }
 
-#endif
+} // namespace nasshare::tests

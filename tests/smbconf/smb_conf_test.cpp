@@ -1,10 +1,8 @@
 // The whole smb.conf, and how it is replaced.
-#include "smb_conf.h"
-
+#include "nasshare/support.h"
 #include "output.h"
 #include "share.h"
-
-#include "nasshare/support.h"
+#include "smb_conf.h"
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -13,6 +11,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+namespace nasshare::tests {
 namespace {
 
 std::string golden(const std::string &name) {
@@ -25,16 +24,15 @@ ino_t inode() {
   return status.st_ino;
 }
 
-/* The line of the generated file that begins so. */
+// The line of the generated file that begins so.
 std::string line(const std::string &beginning) {
   const std::string text = "\n" + generated();
-  const size_t start = text.find("\n" + beginning);
-  if (start == std::string::npos)
+  const std::size_t start = text.find("\n" + beginning);
+  if (start == std::string::npos) {
     return "no such line";
+  }
   return text.substr(start + 1, text.find('\n', start + 1) - start - 1);
 }
-
-} // namespace
 
 // ---- Whole files
 
@@ -185,8 +183,9 @@ TEST(SmbConf, IsNotWrittenWhileAnotherProgramWritesIt) {
   const int other = open("/run/nasshare-in-place.lock", O_RDWR | O_CREAT | O_CLOEXEC, 0600);
   ASSERT_EQ(flock(other, LOCK_EX), 0);
   const pid_t program = fork();
-  if (program == 0)
+  if (program == 0) {
     _exit(create_smb_conf());
+  }
   usleep(300000);
   EXPECT_EQ(read_file(smb_conf), "old");
   EXPECT_EQ(flock(other, LOCK_UN), 0);
@@ -221,7 +220,7 @@ TEST(SmbConf, FileServicesArePrintedWhenTheDebugFlagIsOne) {
   };
   for (const auto &row : rows) {
     Appliance{}.config("/system_mgr/afp/enable", row.afp).config("/system_mgr/nfs/enable", row.nfs);
-    for (int flag : {0, 1, 2}) {
+    for (const int flag : {0, 1, 2}) {
       SCOPED_TRACE(std::string(row.printed) + std::to_string(flag));
       smb_dbg_flag = flag;
       EXPECT_EQ(output_of([] { create_smb_conf(); }), flag == 1 ? row.printed : "");
@@ -287,7 +286,7 @@ TEST(GlobalSection, EveryModeButOneIsOutsideADomain) {
 
 TEST(GlobalSection, NamesTheDfsRootOnlyWhenItIsOn) {
   outside_a_domain();
-  for (int enable : {0, 1, 2}) {
+  for (const int enable : {0, 1, 2}) {
     SCOPED_TRACE(enable);
     pss->dfs_enable = enable;
     EXPECT_EQ(line("host msdfs"), enable == 1 ? "host msdfs = yes" : "no such line");
@@ -300,3 +299,6 @@ TEST(GlobalSection, NeverHoldsTheDomainsPassword) {
   EXPECT_EQ(text.find("top secret"), std::string::npos);
   EXPECT_EQ(text.find("administrator"), std::string::npos);
 }
+
+} // namespace
+} // namespace nasshare::tests

@@ -1,33 +1,33 @@
 // Folders on USB disks are opened to everybody while smb.conf is written.
-#include "smb_conf.h"
-
+#include "nasshare/support.h"
 #include "output.h"
 #include "share.h"
-
-#include "nasshare/support.h"
+#include "smb_conf.h"
 
 #include <algorithm>
 #include <chrono>
 #include <functional>
 #include <thread>
 
+namespace nasshare::tests {
 namespace {
 
 void share(const std::string &path) {
   Insert_Smb_Node(Share{"Usb " + std::to_string(pss->count)}.path(path).everyone());
 }
 
-/* The command runs in the background. */
+// The command runs in the background.
 bool soon(const std::function<bool()> &true_now) {
   for (int i = 0; i < 1000; ++i) {
-    if (true_now())
+    if (true_now()) {
       return true;
+    }
     std::this_thread::sleep_for(std::chrono::milliseconds(10));
   }
   return false;
 }
 
-/* What chmod was called with once it was called that often. */
+// What chmod was called with once it was called that often.
 std::string calls_of_chmod(long count) {
   EXPECT_TRUE(soon([count] {
     const std::string calls = transcript();
@@ -42,8 +42,6 @@ std::string printed_for(const std::string &path) {
   smb_dbg_flag = 2;
   return output_of([] { create_smb_conf(); });
 }
-
-} // namespace
 
 TEST(UsbPermissions, AFolderOnAUsbDiskIsRepairedWithAllInIt) {
   Appliance{}.folder("/mnt/USB/usb1 (x)/films", 0700).file("/mnt/USB/usb1 (x)/films/one", "", 0600);
@@ -69,7 +67,7 @@ TEST(UsbPermissions, TheRepairIsPrintedForAnyDebugFlagButZero) {
   const std::string repair = "before [/mnt/USB/usb1 (x)]\n"
                              "after [/mnt/USB/usb1\\ \\(x\\)]\n"
                              "chmod [chmod 777 -R /mnt/USB/usb1\\ \\(x\\) &]\n";
-  for (int flag : {0, 1, 2}) {
+  for (const int flag : {0, 1, 2}) {
     SCOPED_TRACE(flag);
     smb_dbg_flag = flag;
     EXPECT_EQ(output_of([] { create_smb_conf(); }), flag == 0   ? ""
@@ -124,8 +122,9 @@ TEST(UsbPermissions, SpecialCharactersReachTheCommandAsTheyAre) {
 TEST(UsbPermissions, ALongPathReachesTheCommandWhole) {
   Appliance appliance;
   std::string path = "/mnt/USB";
-  for (int i = 0; i < 15; ++i)
+  for (int i = 0; i < 15; ++i) {
     path += "/" + std::string(254, '(');
+  }
   ASSERT_LT(path.size(), 4096U);
   appliance.command("chmod").folder(path);
   share(path);
@@ -151,3 +150,6 @@ TEST(UsbPermissions, TheCommandRunsInTheBackground) {
   Appliance{}.file("/tmp/go", "");
   EXPECT_TRUE(soon([] { return exists("/tmp/done"); }));
 }
+
+} // namespace
+} // namespace nasshare::tests

@@ -1,20 +1,17 @@
-/* The share of the aMule package's folder. */
+// The share of the aMule package's folder.
 #include "download_shares.h"
 #include "files.h"
-
 #include "nasshare/platform.h"
 #include "nasshare/smbconf.h"
 
+#include <csignal>
 #include <cstring>
 #include <deque>
-#include <filesystem>
-
-#include <csignal>
 #include <dlfcn.h>
+#include <filesystem>
 #include <sys/wait.h>
 
-/* This program's own package library, which wins over the reference platform's. */
-
+namespace nasshare::tests {
 namespace {
 
 enum class Packages { own, reference, none };
@@ -23,7 +20,7 @@ Packages packages = Packages::own;
 std::deque<modx_package> installed;
 modx_package_list own_list = {};
 
-/* The calls so far, a line each. */
+// The calls so far, a line each.
 std::string calls;
 
 template <class Symbol> Symbol *of_reference_platform(const char *name) {
@@ -51,15 +48,7 @@ void install(const char *name, const std::string &path) {
   std::strcpy(package.path, path.c_str());
 }
 
-} // namespace
-
-modx_package_list *p_lib_list = nullptr;
-
-extern "C" void MODX_COMMAND(int a, int b) {
-  calls += "MODX_COMMAND " + std::to_string(a) + " " + std::to_string(b) + "\n";
-}
-
-extern "C" void MODX_ReadAllXml(void) {
+void read_packages() {
   calls += "MODX_ReadAllXml\n";
   own_list = {};
   for (auto package = installed.rbegin(); package != installed.rend(); ++package) {
@@ -67,28 +56,28 @@ extern "C" void MODX_ReadAllXml(void) {
     own_list.first = &*package;
     ++own_list.count;
   }
-  if (packages == Packages::reference)
+  if (packages == Packages::reference) {
     call_reference_platform("MODX_ReadAllXml");
-  p_lib_list = current_list();
+  }
 }
 
-extern "C" void MODX_FreeAllXml(void) {
+void free_packages() {
   calls += "MODX_FreeAllXml\n";
   own_list = {};
-  if (packages == Packages::reference)
+  if (packages == Packages::reference) {
     call_reference_platform("MODX_FreeAllXml");
+  }
 }
-
-namespace {
 
 constexpr const char *calls_of_a_walk = "MODX_COMMAND 1 0\nMODX_ReadAllXml\nMODX_FreeAllXml\n";
 
-/* A process whose command name is the file's. */
+// A process whose command name is the file's.
 class Process {
 public:
   explicit Process(const std::string &file) {
-    if (!exists(file))
+    if (!exists(file)) {
       std::filesystem::copy_file("/bin/sleep", file);
+    }
     id_ = files::start(file, {"sleep", "60"});
   }
   ~Process() {
@@ -102,7 +91,7 @@ private:
   pid_t id_ = -1;
 };
 
-/* Two volumes, and the add-on service runs. */
+// Two volumes, and the add-on service runs.
 class AmuleShare : public testing::Test {
 protected:
   AmuleShare() { two_volumes(); }
@@ -110,8 +99,6 @@ protected:
 private:
   Process service_{"/tmp/modx"};
 };
-
-} // namespace
 
 TEST_F(AmuleShare, IsOpenToEveryone) {
   install("aMule", "/mnt/HD/HD_b2/Nas_Prog/aMule");
@@ -173,8 +160,9 @@ TEST_F(AmuleShare, IsFoundAmongOtherPackages) {
 }
 
 TEST_F(AmuleShare, IsNotThereWithoutThePackage) {
-  for (const char *name : {"", "amule", "AMULE", "aMule ", " aMule", "aMul", "aMule2"})
+  for (const char *name : {"", "amule", "AMULE", "aMule ", " aMule", "aMul", "aMule2"}) {
     install(name, "/mnt/HD/HD_a2");
+  }
   create_amule_share();
   EXPECT_EQ(listed_names(), Names{});
   EXPECT_EQ(pss->list_changed, 0);
@@ -197,7 +185,7 @@ TEST_F(AmuleShare, IsNotThereWithoutAPackageList) {
   EXPECT_EQ(calls, calls_of_a_walk);
 }
 
-/* ---- The add-on service. ---- */
+// ---- The add-on service
 
 TEST(AmuleService, NothingIsAskedUnlessItRuns) {
   two_volumes();
@@ -222,7 +210,7 @@ TEST_F(AmuleShare, NothingIsAskedWhileTheServiceRunsTwice) {
   EXPECT_EQ(listed_names(), Names{"aMule"});
 }
 
-/* ---- Oplocks. ---- */
+// ---- Oplocks
 
 TEST_F(AmuleShare, HasNoOplocksWhereAnotherProtocolReachesIt) {
   install("aMule", "/mnt/HD/HD_b2/Nas_Prog/aMule");
@@ -238,7 +226,7 @@ TEST_F(AmuleShare, HasNoOplocksWhereAnotherProtocolReachesIt) {
 TEST_F(AmuleShare, TheExportsAreComparedOutLoudOnlyWhenTheFlagIsOne) {
   install("aMule", "/mnt/HD/HD_a2");
   set_file_services({"0", "1", "\"/mnt/HD/HD_a2/aMule\" *\n", ""});
-  for (int flag : {0, 1, 2}) {
+  for (const int flag : {0, 1, 2}) {
     SCOPED_TRACE(flag);
     Free_All_List();
     smb_dbg_flag = flag;
@@ -248,7 +236,7 @@ TEST_F(AmuleShare, TheExportsAreComparedOutLoudOnlyWhenTheFlagIsOne) {
   }
 }
 
-/* ---- The list. ---- */
+// ---- The list
 
 TEST_F(AmuleShare, AShareOfTheNameThatIsListedWins) {
   Insert_Smb_Node(Share{"aMule"}.path("/mnt/HD/HD_b2/mine").write("#alice#"));
@@ -280,7 +268,7 @@ TEST_F(AmuleShare, IsPublishedButNotStored) {
   EXPECT_EQ(transcript().find("smbcom"), std::string::npos);
 }
 
-/* ---- The reference platform's packages. ---- */
+// ---- The reference platform's packages
 
 TEST_F(AmuleShare, IsFoundInTheReferencePlatformsFile) {
   packages = Packages::reference;
@@ -299,4 +287,23 @@ TEST_F(AmuleShare, IsNotThereWithoutTheReferencePlatformsFile) {
   create_amule_share();
   EXPECT_EQ(listed_names(), Names{});
   EXPECT_EQ(pss->list_changed, 0);
+}
+
+} // namespace
+} // namespace nasshare::tests
+
+// This program's own package library, which wins over the reference platform's.
+modx_package_list *p_lib_list = nullptr;
+
+void MODX_COMMAND(int a, int b) {
+  nasshare::tests::calls += "MODX_COMMAND " + std::to_string(a) + " " + std::to_string(b) + "\n";
+}
+
+void MODX_ReadAllXml() {
+  nasshare::tests::read_packages();
+  p_lib_list = nasshare::tests::current_list();
+}
+
+void MODX_FreeAllXml() {
+  nasshare::tests::free_packages();
 }

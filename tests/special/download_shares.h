@@ -1,27 +1,26 @@
-/* The two disks and their data volumes, for the shares of the download folders. */
-#ifndef NASSHARE_TESTS_DOWNLOAD_SHARES_H
-#define NASSHARE_TESTS_DOWNLOAD_SHARES_H
+// The two disks and their data volumes, for the shares of the download folders.
+#pragma once
 
 #include "../catalogue/listed_shares.h"
 #include "../catalogue/volume_table.h"
 #include "appliance.h"
+#include "nasshare/special.h"
+#include "nasshare/support.h"
 #include "output.h"
 #include "share.h"
 
-#include "nasshare/special.h"
-#include "nasshare/support.h"
-
 #include <gtest/gtest.h>
-
 #include <string>
 
-/* Volume 0 is the disk WD-1, volume 1 the disk WD-2 as a mirror's remainder. */
+namespace nasshare::tests {
+
+// Volume 0 is the disk WD-1, volume 1 the disk WD-2 as a mirror's remainder.
 inline void two_volumes() {
   set_single_disk(0, "WD-1");
   set_volume(1, 4, "/dev/md2", "UUID=two");
 }
 
-/* The tags of the listed share's volume and its path. */
+// The tags of the listed share's volume and its path.
 inline std::string place(const char *name) {
   const smb_share *share = check_smb_share_name(name);
   return share == nullptr ? "not listed"
@@ -40,7 +39,7 @@ inline std::string listing() {
   return text;
 }
 
-/* Which switches and exports forbid oplocks on the folder. */
+// Which switches and exports forbid oplocks on the folder.
 struct OplockRow {
   const char *afp, *nfs;
   std::string exports;
@@ -73,4 +72,4 @@ inline void set_file_services(const OplockRow &row) {
       .exports(row.exports);
 }
 
-#endif
+} // namespace nasshare::tests

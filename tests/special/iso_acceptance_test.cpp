@@ -1,14 +1,13 @@
-/* Which images of an ISO catalogue become shares, and of what kind, on a volume of every kind. */
+// Which images of an ISO catalogue become shares, and of what kind, on a volume of every kind.
 #include "../catalogue/listed_shares.h"
 #include "../catalogue/volume_table.h"
 #include "iso_catalogue.h"
-
 #include "nasshare/special.h"
 
+#include <cstdlib>
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-
+namespace nasshare::tests {
 namespace {
 
 constexpr const char *there = "/mnt/isoMount/there";
@@ -17,16 +16,14 @@ constexpr const char *missing = "/mnt/isoMount/missing";
 constexpr const char *own_disk = "WD-OWN";
 constexpr const char *own_array = "UUID=aaaaaaaa:bbbbbbbb:cccccccc:dddddddd";
 
-/* What the image's serial is: the volume's own, another disk's, another array's, none. */
+// What the image's serial is: the volume's own, another disk's, another array's, none.
 std::vector<std::string> serials(const std::string &own) {
   return {own, "WD-OTHER", "UUID=11111111:22222222:33333333:44444444", ""};
 }
 
-/*
- * What becomes of images with one of these kinds, by their serials in the above order. A letter each:
- *   =  listed as it stands in the file      4, 5  listed as an image of a volume of that kind
- *   -  not listed
- */
+// What becomes of images with one of these kinds, by their serials in the above order. A letter each:
+//   =  listed as it stands in the file      4, 5  listed as an image of a volume of that kind
+//   -  not listed
 struct Row {
   std::vector<const char *> volume_raid;
   const char *folder_there;
@@ -34,14 +31,14 @@ struct Row {
 };
 using Rows = std::vector<Row>;
 
-/* The image that stands in the file before the one that is looked at. */
+// The image that stands in the file before the one that is looked at.
 enum class Before { nothing, disk_image, disk_image_without_folder, mirror_image };
 
 struct Table {
   std::vector<int> volume_kinds;
   const char *volume_id;
   std::vector<Before> before;
-  bool changed_by_it; /* whether the one before sets list_changed */
+  bool changed_by_it; // whether the one before sets list_changed
   Rows rows;
 };
 
@@ -68,8 +65,8 @@ const Rows after_a_mirror_image_moved_in{
     {{"0", "2", "3", "5", "6", "7", "-1", "", "x"}, "55-5", "55-5"},
 };
 
-/* Only a mirror takes in single-disk images and only an array with parity takes in a mirror's, so no volume
-   knows both states. */
+// Only a mirror takes in single-disk images and only an array with parity takes in a mirror's, so no volume
+// knows both states.
 const std::vector<Table> tables{
     {{1},
      own_disk,
@@ -136,31 +133,30 @@ void expect_outcome(const Table &table, Before before, const Image &image, char 
 void expect_row(const Table &table, Before before, const Row &row) {
   const std::vector<std::string> columns = serials(table.volume_id);
   for (const char *kind : row.volume_raid) {
-    for (size_t i = 0; i < columns.size(); ++i) {
+    for (std::size_t i = 0; i < columns.size(); ++i) {
       expect_outcome(table, before, {"Image", kind, columns[i], there}, row.folder_there[i]);
       expect_outcome(table, before, {"Image", kind, columns[i], missing}, row.folder_missing[i]);
     }
   }
 }
 
-/* An array of that kind whose catalogue is read. */
+// An array of that kind whose catalogue is read.
 void on_array(int kind) {
   Appliance{}.folder(there);
   set_volume(0, kind, "/dev/md1", own_array);
 }
 
-} // namespace
-
 TEST(IsoAcceptance, FollowsTheTableForEveryKindOfVolumeAndWhateverCameBefore) {
   Appliance{}.folder(there);
   for (const Table &table : tables) {
-    for (int kind : table.volume_kinds) {
+    for (const int kind : table.volume_kinds) {
       set_volume(0, kind, "/dev/md1", table.volume_id);
-      for (Before before : table.before) {
+      for (const Before before : table.before) {
         SCOPED_TRACE("volume kind " + std::to_string(kind) + ", before " +
                      std::to_string(static_cast<int>(before)));
-        for (const Row &row : table.rows)
+        for (const Row &row : table.rows) {
           expect_row(table, before, row);
+        }
       }
     }
   }
@@ -189,8 +185,9 @@ TEST(IsoAcceptance, AMirrorImageBindsOnlyWhatFollowsIt) {
   isoMount_readXml(0);
   EXPECT_EQ(listed_names(), (Names{"First", "Mirror", "Second", "Disk"}));
   EXPECT_EQ(listed_as("First"), std::string("3 ") + own_array);
-  for (const char *name : {"Mirror", "Second", "Disk"})
+  for (const char *name : {"Mirror", "Second", "Disk"}) {
     EXPECT_EQ(listed_as(name), std::string("5 ") + own_array);
+  }
 }
 
 TEST(IsoAcceptance, EveryFileIsJudgedAfresh) {
@@ -230,7 +227,7 @@ TEST(IsoAcceptance, AnythingAtTheMountPathWillDo) {
   EXPECT_EQ(listed_names(), (Names{"File", "Link", "Escaped"}));
 }
 
-/* The label of an array's serial counts wherever it stands. */
+// The label of an array's serial counts wherever it stands.
 TEST(IsoAcceptance, ASerialThatHoldsTheLabelOfAnArrayIsCompared) {
   on_array(3);
   mounted_images({{"Inside", "3", "MD-UUID=x", there}, {"Lower case", "3", "uuid=x", there}});
@@ -288,3 +285,6 @@ TEST(IsoAcceptance, ANumberThatIsTooLargeIsNoSingleDisk) {
   isoMount_readXml(0);
   EXPECT_EQ(listed_names(), (Names{"Image", "Wrapped"}));
 }
+
+} // namespace
+} // namespace nasshare::tests

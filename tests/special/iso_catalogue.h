@@ -1,15 +1,16 @@
-/* ISO catalogues as the appliance's ISO mount feature writes them. */
-#ifndef NASSHARE_TESTS_ISO_CATALOGUE_H
-#define NASSHARE_TESTS_ISO_CATALOGUE_H
+// ISO catalogues as the appliance's ISO mount feature writes them.
+#pragma once
 
 #include "appliance.h"
 
 #include <string>
 #include <vector>
 
+namespace nasshare::tests {
+
 constexpr const char *iso_file = "/mnt/HD_a4/.systemfile/.iso_mount.xml";
 
-/* The texts of one item, as they stand between the tags. */
+// The texts of one item, as they stand between the tags.
 struct Image {
   std::string name;
   std::string volume_raid = "1";
@@ -28,7 +29,7 @@ inline std::string item(const Image &image) {
          image.invalid_users + "</invalid_users>\n    </item>\n";
 }
 
-/* A catalogue with that text among its entries. */
+// A catalogue with that text among its entries.
 inline std::string catalogue_of(const std::string &entries) {
   return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<config>\n  <iso>\n" + entries +
          "  </iso>\n</config>\n";
@@ -36,8 +37,9 @@ inline std::string catalogue_of(const std::string &entries) {
 
 inline std::string catalogue_of(const std::vector<Image> &images) {
   std::string entries;
-  for (const Image &image : images)
+  for (const Image &image : images) {
     entries += item(image);
+  }
   return catalogue_of(entries);
 }
 
@@ -45,4 +47,4 @@ inline void mounted_images(const std::vector<Image> &images) {
   Appliance{}.file(iso_file, catalogue_of(images));
 }
 
-#endif
+} // namespace nasshare::tests

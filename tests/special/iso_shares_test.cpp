@@ -1,18 +1,17 @@
-/* Mounted ISO images as shares: which catalogue is read and what a share of it looks like. */
+// Mounted ISO images as shares: which catalogue is read and what a share of it looks like.
 #include "../catalogue/listed_shares.h"
 #include "../catalogue/volume_table.h"
 #include "iso_catalogue.h"
-#include "output.h"
-#include "share.h"
-
 #include "nasshare/smbconf.h"
 #include "nasshare/special.h"
 #include "nasshare/support.h"
-
-#include <gtest/gtest.h>
+#include "output.h"
+#include "share.h"
 
 #include <cstring>
+#include <gtest/gtest.h>
 
+namespace nasshare::tests {
 namespace {
 
 constexpr const char *iso_file_of_second = "/mnt/HD_b4/.systemfile/.iso_mount.xml";
@@ -29,7 +28,7 @@ void read_first_volume(const std::string &text) {
   read_first_volume();
 }
 
-/* Both disks, each with one image named after it. */
+// Both disks, each with one image named after it.
 void an_image_on_each_disk() {
   set_single_disk(0, "WD-1");
   set_single_disk(1, "WD-2");
@@ -44,9 +43,7 @@ std::string listing() {
   return text;
 }
 
-} // namespace
-
-/* ---- The share of an image. ---- */
+// ---- The share of an image
 
 TEST(IsoShares, AnImageBecomesAShareThatIsReadOnly) {
   mounted_images({{.name = "Film",
@@ -116,7 +113,7 @@ TEST(IsoShares, TheSerialIsTakenAsItStands) {
   EXPECT_STREQ(pss->head->hd_serial, "WD&amp;1");
 }
 
-/* The image itself cannot be written to. */
+// The image itself cannot be written to.
 TEST(IsoShares, AnImageWithoutAnyListIsOpenedLikeEveryOtherShare) {
   mounted_images({{.name = "Film", .read_list = ""}});
   read_first_volume();
@@ -196,8 +193,9 @@ TEST(IsoShares, TextsThatJustFitAreTakenWhole) {
 
 TEST(IsoShares, LongerTextsAreCutAndLeaveTheirNeighboursAlone) {
   std::string list = "#alice#";
-  while (list.size() <= 13000)
+  while (list.size() <= 13000) {
     list += ",#member#";
+  }
   mounted_images({{.name = std::string(600, 'n'),
                    .volume_raid = "3",
                    .hd_serial = std::string(600, 's'),
@@ -212,12 +210,12 @@ TEST(IsoShares, LongerTextsAreCutAndLeaveTheirNeighboursAlone) {
   EXPECT_EQ(pss->head->comment, std::string(511, 'c'));
   EXPECT_EQ(pss->head->path, "/" + std::string(4094, 'p'));
   EXPECT_STREQ(pss->head->browseable, "yes");
-  EXPECT_EQ(pss->head->read_list, list.substr(0, 7 + size_t{1364} * 9)) << "no half entry at the end";
+  EXPECT_EQ(pss->head->read_list, list.substr(0, 7 + std::size_t{1364} * 9)) << "no half entry at the end";
   EXPECT_STREQ(pss->head->write_list, "");
   EXPECT_STREQ(pss->head->invalid_users, "#nobody#,#bob#");
 }
 
-/* ---- The catalogue file. ---- */
+// ---- The catalogue file
 
 TEST(IsoShares, TheElementsAboveTheItemsMayHaveAnyName) {
   read_first_volume("<!-- of today --><images>\n<!-- none --><mounted>" + item({.name = "Film"}) +
@@ -292,15 +290,16 @@ TEST(IsoShares, TheCatalogueStaysAsItIs) {
 
 TEST(IsoShares, ManyImagesAreAllListed) {
   std::vector<Image> images;
-  for (int i = 0; i < 300; ++i)
+  for (int i = 0; i < 300; ++i) {
     images.push_back({.name = "Film " + std::to_string(i)});
+  }
   mounted_images(images);
   read_first_volume();
   ASSERT_EQ(pss->count, 300);
   EXPECT_STREQ(pss->tail->name, "Film 299");
 }
 
-/* ---- Modes and volumes. ---- */
+// ---- Modes and volumes
 
 TEST(IsoShares, InADomainTheDomainsCatalogueIsRead) {
   mounted_images({{.name = "Local"}});
@@ -311,7 +310,7 @@ TEST(IsoShares, InADomainTheDomainsCatalogueIsRead) {
 }
 
 TEST(IsoShares, AnyOtherModeReadsTheLocalCatalogue) {
-  for (int mode : {0, 2, -1}) {
+  for (const int mode : {0, 2, -1}) {
     SCOPED_TRACE(mode);
     Free_All_List();
     mounted_images({{.name = "Local"}});
@@ -357,8 +356,9 @@ TEST(IsoShares, AVolumeIsReadByItsNumberWhetherPresentOrNot) {
 
 TEST(IsoShares, ThereIsNoThirdVolume) {
   smb_dbg_flag = 1;
-  for (int volume : {-1, 2, 1000000})
+  for (const int volume : {-1, 2, 1000000}) {
     EXPECT_EQ(output_of([volume] { isoMount_readXml(volume); }), "");
+  }
   EXPECT_EQ(listed_names(), Names{});
 }
 
@@ -369,12 +369,12 @@ TEST(IsoShares, TheImagesComeBehindTheListedShares) {
   EXPECT_EQ(listed_names(), (Names{"Music", "One", "Two"}));
 }
 
-/* ---- Debug output. ---- */
+// ---- Debug output
 
 TEST(IsoShares, TheFileAndEveryEntryArePrintedForAnyDebugFlagButZero) {
   mounted_images({{.name = "Film"}, {.name = "Foreign", .hd_serial = "WD-9"}, {"Mirror", "4", "UUID=x"}});
   set_single_disk(0, "WD-1");
-  for (int flag : {0, 1, 2}) {
+  for (const int flag : {0, 1, 2}) {
     SCOPED_TRACE(flag);
     Free_All_List();
     smb_dbg_flag = flag;
@@ -395,7 +395,7 @@ TEST(IsoShares, TheFileAndEveryEntryArePrintedForAnyDebugFlagButZero) {
 TEST(IsoShares, TheFileIsPrintedEvenWhereThereIsNone) {
   an_image_on_each_disk();
   Appliance{}.remove(iso_file).remove(iso_file_of_second);
-  for (int flag : {0, 1, 2}) {
+  for (const int flag : {0, 1, 2}) {
     SCOPED_TRACE(flag);
     smb_dbg_flag = flag;
     EXPECT_EQ(output_of(create_iso_share), flag == 0
@@ -413,7 +413,7 @@ TEST(IsoShares, InADomainTheDomainsFileIsPrinted) {
             "read xml path = /mnt/HD_a4/.systemfile/.iso_mount_ads.xml\n");
 }
 
-/* ---- With everything else. ---- */
+// ---- With everything else
 
 TEST(IsoShares, AnImageOfADiskThatBecameAMirrorIsPublished) {
   Appliance::mirror().folder("/mnt/isoMount/film");
@@ -427,3 +427,6 @@ TEST(IsoShares, AnImageOfADiskThatBecameAMirrorIsPublished) {
   EXPECT_NE(read_file("/etc/samba/smb.conf").find("\n[ Film ]\n"), std::string::npos);
   EXPECT_EQ(transcript().find("smbcom"), std::string::npos);
 }
+
+} // namespace
+} // namespace nasshare::tests

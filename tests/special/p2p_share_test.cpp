@@ -1,8 +1,8 @@
-/* The share of the P2P client's download folder. */
+// The share of the P2P client's download folder.
 #include "download_shares.h"
-
 #include "nasshare/smbconf.h"
 
+namespace nasshare::tests {
 namespace {
 
 constexpr const char *settings_file = "/etc/NAS_CFG/p2psettings.xml";
@@ -15,8 +15,6 @@ std::string settings(const std::string &save_path) {
 void saves_to(const std::string &save_path) {
   Appliance{}.file(settings_file, settings(save_path));
 }
-
-} // namespace
 
 TEST(P2pShare, IsOpenToEveryone) {
   two_volumes();
@@ -89,7 +87,7 @@ TEST(P2pShare, TakesASerialOfTheFullWidth) {
   EXPECT_EQ(place("P2P"), "5 UUID=" + std::string(58, 'f') + " /mnt/HD/HD_a2/P2P");
 }
 
-/* ---- The settings file. ---- */
+// ---- The settings file
 
 TEST(P2pShare, MarksTheListAsChangedInAnyCase) {
   two_volumes();
@@ -163,7 +161,7 @@ TEST(P2pShare, OnlyTheFirstElementsOfTheirNamesCount) {
   }
 }
 
-/* ---- Oplocks. ---- */
+// ---- Oplocks
 
 TEST(P2pShare, HasNoOplocksWhereAnotherProtocolReachesIt) {
   two_volumes();
@@ -177,7 +175,7 @@ TEST(P2pShare, HasNoOplocksWhereAnotherProtocolReachesIt) {
   }
 }
 
-/* The folder that is shared counts, not the one that the client names. */
+// The folder that is shared counts, not the one that the client names.
 TEST(P2pShare, KeepsItsOplocksWhereTheClientsFolderIsExported) {
   two_volumes();
   saves_to("/mnt/HD/HD_a2/Downloads");
@@ -189,7 +187,7 @@ TEST(P2pShare, KeepsItsOplocksWhereTheClientsFolderIsExported) {
 TEST(P2pShare, TheExportsAreComparedOutLoudOnlyWhenTheFlagIsOne) {
   two_volumes();
   saves_to("/mnt/HD/HD_b2");
-  for (int flag : {0, 1, 2}) {
+  for (const int flag : {0, 1, 2}) {
     SCOPED_TRACE(flag);
     Free_All_List();
     set_file_services({"0", "1", "\"/mnt/HD/HD_b2/P2P\" *\n", ""});
@@ -203,7 +201,7 @@ TEST(P2pShare, TheExportsAreComparedOutLoudOnlyWhenTheFlagIsOne) {
   }
 }
 
-/* ---- The list. ---- */
+// ---- The list
 
 TEST(P2pShare, AShareOfTheNameThatIsListedWins) {
   two_volumes();
@@ -238,3 +236,6 @@ TEST(P2pShare, IsPublishedButNotStored) {
   get_samba_info();
   EXPECT_EQ(listed_names(), Names{});
 }
+
+} // namespace
+} // namespace nasshare::tests

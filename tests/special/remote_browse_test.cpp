@@ -1,19 +1,17 @@
-/* The disk shares that another host lists. */
+// The disk shares that another host lists.
 #include "appliance.h"
-#include "output.h"
-
 #include "nasshare/acl.h"
 #include "nasshare/special.h"
 #include "nasshare/support.h"
-
-#include <gtest/gtest.h>
+#include "output.h"
 
 #include <filesystem>
+#include <gtest/gtest.h>
 #include <string>
+#include <sys/mount.h>
 #include <vector>
 
-#include <sys/mount.h>
-
+namespace nasshare::tests {
 namespace {
 
 namespace fs = std::filesystem;
@@ -25,7 +23,7 @@ constexpr const char *smbclient = "/usr/bin/smbclient";
 constexpr const char *calls = "/run/appliance/smbclient-calls";
 constexpr const char *answer = "/run/appliance/smbclient-answer";
 
-/* Covers /usr/bin with links to all it holds but smbclient. */
+// Covers /usr/bin with links to all it holds but smbclient.
 void without_smbclient() {
   const fs::path held = "/run/appliance/programs";
   Appliance{}.folder(held);
@@ -33,15 +31,17 @@ void without_smbclient() {
   ASSERT_EQ(mount("programs", programs, "tmpfs", 0, "mode=0755"), 0);
   for (const auto &entry : fs::directory_iterator(held)) {
     const fs::path name = entry.path().filename();
-    if (name != "smbclient")
+    if (name != "smbclient") {
       fs::create_symlink(entry.is_symlink() ? fs::read_symlink(entry) : entry.path(), programs / name);
+    }
   }
 }
 
-/* A smbclient that notes its arguments, a line each, and prints that text on both streams' common end. */
+// A smbclient that notes its arguments, a line each, and prints that text on both streams' common end.
 void answers(const std::string &out, const std::string &err = "") {
-  if (!exists("/run/appliance/programs"))
+  if (!exists("/run/appliance/programs")) {
     without_smbclient();
+  }
   Appliance{}.file(answer, out).file(std::string(answer) + "-error", err);
   Appliance{}.file(smbclient,
                    "#!/bin/sh\nprintf '[%s]\\n' \"$@\" >>" + std::string(calls) + "\ncat " + answer +
@@ -52,19 +52,20 @@ void answers(const std::string &out, const std::string &err = "") {
 Names listed_names() {
   Names names;
   const smb_name_node *node = pnl->count == 0 ? nullptr : pnl->head;
-  for (; node != nullptr; node = node->next)
+  for (; node != nullptr; node = node->next) {
     names.emplace_back(node->name);
+  }
   return names;
 }
 
-/* The names after a listing that ran to its end. */
+// The names after a listing that ran to its end.
 Names names_in_listing(const std::string &text) {
   answers(text);
   EXPECT_EQ(get_host_share_name("attic"), 1);
   return listed_names();
 }
 
-/* Whether the listing counts as a failed connection; the name list is empty then. */
+// Whether the listing counts as a failed connection; the name list is empty then.
 bool fails(const std::string &text) {
   answers(text);
   const int result = get_host_share_name("attic");
@@ -72,9 +73,7 @@ bool fails(const std::string &text) {
   return result == 0;
 }
 
-} // namespace
-
-/* ---- What a real smbclient prints. ---- */
+// ---- What a real smbclient prints
 
 TEST(RemoteBrowse, ListsTheSharesOfAStandaloneHost) {
   EXPECT_EQ(names_in_listing(recording("samba/smbclient-gNL-local.stdout")),
@@ -95,7 +94,7 @@ TEST(RemoteBrowse, AnUnknownHostIsAFailure) {
   EXPECT_TRUE(fails(recording("samba/smbclient-gNL-unknown-host.stdout")));
 }
 
-/* ---- How it is asked. ---- */
+// ---- How it is asked
 
 TEST(RemoteBrowse, AsksForAListingWithoutAPassword) {
   answers("");
@@ -126,7 +125,7 @@ TEST(RemoteBrowse, ASmbclientElsewhereOnThePathIsNotAsked) {
   EXPECT_EQ(transcript(), "");
 }
 
-/* Between double quotes these still mean something to the shell. */
+// Between double quotes these still mean something to the shell.
 TEST(RemoteBrowse, AHostThatWouldLeaveItsQuotesIsNotAskedAtAll) {
   answers("Disk|music|\n");
   Insert_Name_Node("before");
@@ -144,10 +143,10 @@ TEST(RemoteBrowse, AHostThatStandsInTheNameListIsAsked) {
   EXPECT_EQ(read_file(calls), "[-gNL]\n[attic]\n");
 }
 
-/* Half a host's name may be another host's. */
+// Half a host's name may be another host's.
 TEST(RemoteBrowse, AHostTooLongForACommandIsNotAskedAtAll) {
   answers("Disk|music|\n");
-  for (size_t length = 8100; length < 8200; ++length) {
+  for (std::size_t length = 8100; length < 8200; ++length) {
     const std::string host = std::string(length, 'h') + "\xC3\xA4";
     Captured captured;
     const int result = get_host_share_name(host.c_str());
@@ -158,7 +157,7 @@ TEST(RemoteBrowse, AHostTooLongForACommandIsNotAskedAtAll) {
   }
 }
 
-/* ---- Which lines are shares. ---- */
+// ---- Which lines are shares
 
 TEST(RemoteBrowse, HiddenSharesPrintersAndThePageAreNoShares) {
   EXPECT_EQ(names_in_listing("Disk|IPC$|IPC Service\nDisk|music|\nDisk|printer_spool|\nDisk|web_page|\n"),
@@ -270,17 +269,18 @@ TEST(RemoteBrowse, ALongLineComesInPiecesOf511) {
   EXPECT_TRUE(fails("Disk|session|" + std::string(498, 'c') + "fail\n"));
 }
 
-/* A thousand shares are more than the buffer of a pipe holds. */
+// A thousand shares are more than the buffer of a pipe holds.
 TEST(RemoteBrowse, AllSharesOfALongListingAreListed) {
   std::string text;
-  for (int i = 0; i < 1000; ++i)
+  for (int i = 0; i < 1000; ++i) {
     text += "Disk|share " + std::to_string(i) + "|" + std::string(200, 'c') + "\n";
+  }
   const Names names = names_in_listing(text);
   ASSERT_EQ(names.size(), 1000U);
   EXPECT_EQ(names.back(), "share 999");
 }
 
-/* ---- Failures. ---- */
+// ---- Failures
 
 TEST(RemoteBrowse, AFailedSessionIsNoFailedConnection) {
   EXPECT_EQ(names_in_listing("session setup failed: NT_STATUS_ACCESS_DENIED\nDisk|music|\n"), Names{"music"});
@@ -335,7 +335,7 @@ TEST(RemoteBrowse, ASecondListingReplacesTheFirst) {
   EXPECT_EQ(names_in_listing("Disk|films|\n"), Names{"films"});
 }
 
-/* A smbclient that cannot be started says so through the shell. */
+// A smbclient that cannot be started says so through the shell.
 TEST(RemoteBrowse, ASmbclientThatIsNoProgramHasNoShares) {
   answers("");
   Appliance{}.file(smbclient, "", 0644);
@@ -343,7 +343,7 @@ TEST(RemoteBrowse, ASmbclientThatIsNoProgramHasNoShares) {
   EXPECT_EQ(listed_names(), Names{});
 }
 
-/* ---- Debug output. ---- */
+// ---- Debug output
 
 TEST(RemoteBrowse, TheListingIsPrintedWhenTheFlagIsOneAndTheNamesForAnyButZero) {
   answers("Disk|music|My music\r\n\nIPC|IPC$|Service\nDisk|films|\n");
@@ -356,7 +356,7 @@ TEST(RemoteBrowse, TheListingIsPrintedWhenTheFlagIsOneAndTheNamesForAnyButZero) 
                                  "\t[Disk|films|]\n" +
                                      names,
                                  names};
-  for (int flag : {0, 1, 2}) {
+  for (const int flag : {0, 1, 2}) {
     SCOPED_TRACE(flag);
     smb_dbg_flag = flag;
     EXPECT_EQ(output_of([] { get_host_share_name("attic"); }), outputs[flag]);
@@ -365,7 +365,7 @@ TEST(RemoteBrowse, TheListingIsPrintedWhenTheFlagIsOneAndTheNamesForAnyButZero) 
 
 TEST(RemoteBrowse, AFailureIsPrintedWhenTheFlagIsOne) {
   answers("Disk|music|\nfailed\nDisk|films|\n");
-  for (int flag : {0, 1, 2}) {
+  for (const int flag : {0, 1, 2}) {
     SCOPED_TRACE(flag);
     smb_dbg_flag = flag;
     EXPECT_EQ(output_of([] { get_host_share_name("attic"); }),
@@ -380,14 +380,14 @@ TEST(RemoteBrowse, AFailureIsPrintedWhenTheFlagIsOne) {
 TEST(RemoteBrowse, AMissingSmbclientIsPrintedWhenTheFlagIsOneAndForAnEmptyHostToo) {
   const std::string missing = "/usr/bin/smbclient not exist!\n";
   answers("");
-  for (int flag : {0, 1, 2}) {
+  for (const int flag : {0, 1, 2}) {
     SCOPED_TRACE(flag);
     smb_dbg_flag = flag;
     EXPECT_EQ(output_of([] { get_host_share_name(""); }), flag == 1 ? missing : "");
     EXPECT_EQ(output_of([] { get_host_share_name(nullptr); }), flag == 1 ? missing : "");
   }
   Appliance{}.remove(smbclient);
-  for (int flag : {0, 1, 2}) {
+  for (const int flag : {0, 1, 2}) {
     SCOPED_TRACE(flag);
     smb_dbg_flag = flag;
     EXPECT_EQ(output_of([] { get_host_share_name("attic"); }), flag == 1 ? missing : "");
@@ -401,3 +401,6 @@ TEST(RemoteBrowse, ALineOf511IsPrintedWhole) {
   EXPECT_EQ(output_of([] { get_host_share_name("attic"); }),
             "cmd = [/usr/bin/smbclient -gNL \"attic\" 2>&1]\n\t[" + line + "]\n\t[y]\n");
 }
+
+} // namespace
+} // namespace nasshare::tests

@@ -1,16 +1,15 @@
-/* Reading, writing and copying between open descriptors. */
+// Reading, writing and copying between open descriptors.
 #include "appliance.h"
 #include "nasshare/support.h"
 
-#include <gtest/gtest.h>
-
 #include <array>
 #include <cerrno>
-#include <string>
-
 #include <fcntl.h>
+#include <gtest/gtest.h>
+#include <string>
 #include <unistd.h>
 
+namespace nasshare::tests {
 namespace {
 
 int reading(const char *path) {
@@ -21,7 +20,7 @@ int writing(const char *path) {
   return ::open(path, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
 }
 
-/* A pipe that never waits. */
+// A pipe that never waits.
 struct Pipe {
   std::array<int, 2> ends{-1, -1};
 
@@ -31,39 +30,37 @@ struct Pipe {
 };
 
 struct CopyResult {
-  int64_t result;
+  std::int64_t result;
   std::string text;
 
   bool operator==(const CopyResult &) const = default;
 };
 
-/* Copies from a file of that many bytes, with that limit. */
-CopyResult copied(size_t size, int64_t limit) {
+// Copies from a file of that many bytes, with that limit.
+CopyResult copied(std::size_t size, std::int64_t limit) {
   Appliance{}.file("/tmp/source", std::string(size, 's'));
-  const int64_t result = copyfd_eof(reading("/tmp/source"), writing("/tmp/target"), limit);
+  const std::int64_t result = copyfd_eof(reading("/tmp/source"), writing("/tmp/target"), limit);
   return {result, read_file("/tmp/target")};
 }
 
-} // namespace
-
 TEST(DescriptorCopy, LimitZeroCopiesToTheEnd) {
-  for (const size_t size : {0U, 1U, 4095U, 4096U, 4097U, 100000U}) {
+  for (const std::size_t size : {0U, 1U, 4095U, 4096U, 4097U, 100000U}) {
     SCOPED_TRACE(size);
-    EXPECT_EQ(copied(size, 0), (CopyResult{static_cast<int64_t>(size), std::string(size, 's')}));
+    EXPECT_EQ(copied(size, 0), (CopyResult{static_cast<std::int64_t>(size), std::string(size, 's')}));
   }
 }
 
 TEST(DescriptorCopy, LimitIsNotExceeded) {
-  for (const size_t limit : {1U, 4095U, 4096U, 4097U, 8192U, 9999U, 10000U}) {
+  for (const std::size_t limit : {1U, 4095U, 4096U, 4097U, 8192U, 9999U, 10000U}) {
     SCOPED_TRACE(limit);
-    EXPECT_EQ(copied(10000, static_cast<int64_t>(limit)),
-              (CopyResult{static_cast<int64_t>(limit), std::string(limit, 's')}));
+    EXPECT_EQ(copied(10000, static_cast<std::int64_t>(limit)),
+              (CopyResult{static_cast<std::int64_t>(limit), std::string(limit, 's')}));
   }
 }
 
 TEST(DescriptorCopy, LimitBeyondTheEndCopiesWhatIsThere) {
   EXPECT_EQ(copied(5000, 5001), (CopyResult{5000, std::string(5000, 's')}));
-  EXPECT_EQ(copied(5000, int64_t{1} << 40), (CopyResult{5000, std::string(5000, 's')}));
+  EXPECT_EQ(copied(5000, std::int64_t{1} << 40), (CopyResult{5000, std::string(5000, 's')}));
 }
 
 TEST(DescriptorCopy, SourceIsReadNoFurtherThanTheLimit) {
@@ -181,7 +178,7 @@ TEST(FullRead, LengthZeroReadsNothing) {
 TEST(FullWrite, ErrorAfterSomeBytesGivesTheirCount) {
   const Pipe pipe;
   const int capacity = ::fcntl(pipe.in(), F_GETPIPE_SZ);
-  const std::string more(static_cast<size_t>(capacity) + 1, 'm');
+  const std::string more(static_cast<std::size_t>(capacity) + 1, 'm');
   EXPECT_EQ(full_write(pipe.in(), more.data(), more.size()), capacity);
   errno = 0;
   EXPECT_EQ(full_write(pipe.in(), more.data(), more.size()), -1);
@@ -191,3 +188,6 @@ TEST(FullWrite, ErrorAfterSomeBytesGivesTheirCount) {
 TEST(FullWrite, LengthZeroWritesNothing) {
   EXPECT_EQ(full_write(-1, nullptr, 0), 0);
 }
+
+} // namespace
+} // namespace nasshare::tests

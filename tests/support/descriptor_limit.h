@@ -1,12 +1,13 @@
-/* While it lives, this process can open `more` further descriptors and no others: how a file that is there,
-   or a socket, cannot be opened even by root. */
-#ifndef NASSHARE_TESTS_DESCRIPTOR_LIMIT_H
-#define NASSHARE_TESTS_DESCRIPTOR_LIMIT_H
+// While it lives, this process can open `more` further descriptors and no others: how a file that is there,
+// or a socket, cannot be opened even by root.
+#pragma once
 
 #include "files.h"
 
 #include <fcntl.h>
 #include <sys/resource.h>
+
+namespace nasshare::tests {
 
 class DescriptorLimit {
 public:
@@ -21,16 +22,17 @@ public:
   DescriptorLimit &operator=(const DescriptorLimit &) = delete;
 
 private:
-  /* The lowest free descriptor with that many free ones below it. */
+  // The lowest free descriptor with that many free ones below it.
   static int free_descriptor(int below) {
     int descriptor = 0;
     for (;; ++descriptor) {
-      if (::fcntl(descriptor, F_GETFD) == -1 && below-- == 0)
+      if (::fcntl(descriptor, F_GETFD) == -1 && below-- == 0) {
         return descriptor;
+      }
     }
   }
 
   rlimit before_{};
 };
 
-#endif
+} // namespace nasshare::tests

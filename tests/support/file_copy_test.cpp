@@ -1,20 +1,18 @@
-/* Copying a file, and every reason for which it is not copied. */
+// Copying a file, and every reason for which it is not copied.
 #include "appliance.h"
 #include "descriptor_limit.h"
 #include "files.h"
 #include "nasshare/support.h"
 #include "output.h"
 
-#include <gtest/gtest.h>
-
 #include <array>
 #include <csignal>
 #include <cstring>
-#include <string>
-
 #include <dlfcn.h>
 #include <fcntl.h>
+#include <gtest/gtest.h>
 #include <linux/capability.h>
+#include <string>
 #include <sys/mount.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
@@ -23,6 +21,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+namespace nasshare::tests {
 namespace {
 
 constexpr const char *source = "/tmp/source";
@@ -44,20 +43,9 @@ bool is_written(int descriptor) {
   return flags != -1 && (flags & O_ACCMODE) == O_WRONLY;
 }
 
-} // namespace
-
-/* A file server may tell only when a file is closed that it could not store it. */
-extern "C" __attribute__((visibility("default"))) int close(int descriptor) {
-  static const Close function = next_close();
-  const bool fails = closing_fails && is_written(descriptor);
-  const int result = function(descriptor);
-  if (!fails)
-    return result;
-  errno = EIO;
-  return -1;
+bool fails_to_close(int descriptor) {
+  return closing_fails && is_written(descriptor);
 }
-
-namespace {
 
 struct Copied {
   int result;
@@ -95,7 +83,7 @@ Copied copied(const char *from, const char *to) {
   return {result, captured.out()};
 }
 
-/* The same through the operation that also takes a folder. */
+// The same through the operation that also takes a folder.
 Copied placed(const char *from, const char *to) {
   Captured captured;
   const int result = cp(from, to);
@@ -124,7 +112,7 @@ void mount_read_only(const char *path) {
   files::require(::mount(nullptr, path, "", MS_BIND | MS_REMOUNT | MS_RDONLY, nullptr) == 0, path);
 }
 
-/* From here on root heeds the mode of files. */
+// From here on root heeds the mode of files.
 void heed_modes() {
   __user_cap_header_struct header{};
   header.version = _LINUX_CAPABILITY_VERSION_3;
@@ -134,7 +122,7 @@ void heed_modes() {
   files::require(::syscall(SYS_capset, &header, sets.data()) == 0, "capset");
 }
 
-/* A program that runs from the file target, which therefore cannot be opened for writing. */
+// A program that runs from the file target, which therefore cannot be opened for writing.
 class RunningTarget {
 public:
   RunningTarget() {
@@ -154,26 +142,26 @@ private:
   pid_t child_ = 0;
 };
 
-std::string bytes(size_t count) {
+std::string bytes(std::size_t count) {
   std::string text;
-  for (size_t i = 0; i < count; ++i)
+  for (std::size_t i = 0; i < count; ++i) {
     text.push_back(static_cast<char>(i * 7 + i / 251));
+  }
   return text;
 }
 
-/* A path of that many bytes whose folders exist. */
-std::string path_of_length(size_t length) {
+// A path of that many bytes whose folders exist.
+std::string path_of_length(std::size_t length) {
   std::string path = "/tmp";
-  while (length - path.size() > 202)
+  while (length - path.size() > 202) {
     path += "/" + std::string(200, 'd');
+  }
   files::make_folder(path);
   return path + "/" + std::string(length - path.size() - 1, 'f');
 }
 
-} // namespace
-
 TEST(FileCopy, CopiesEveryByte) {
-  for (const size_t size : {0U, 1U, 4095U, 4096U, 4097U, 100000U}) {
+  for (const std::size_t size : {0U, 1U, 4095U, 4096U, 4097U, 100000U}) {
     SCOPED_TRACE(size);
     Appliance{}.file(source, bytes(size)).remove(target);
     EXPECT_EQ(copied(source, target), done);
@@ -417,7 +405,7 @@ TEST(FileCopy, NoOutcomeLeavesADescriptorOpen) {
 }
 
 TEST(FileCopy, MessagesAreIndependentOfTheFlag) {
-  for (int flag : {0, 1, 2}) {
+  for (const int flag : {0, 1, 2}) {
     SCOPED_TRACE(flag);
     smb_dbg_flag = flag;
     EXPECT_EQ(copied("/tmp/missing", target), failed("CP: cant' stat source"));
@@ -540,4 +528,19 @@ TEST(Cp, FolderTooLongForTheNameIsRefusedRatherThanCut) {
   Appliance{}.file(source, "text").folder(folder);
   EXPECT_EQ(placed(source, folder.c_str()).result, -1);
   EXPECT_EQ(names_in(folder), std::vector<std::string>{});
+}
+
+} // namespace
+} // namespace nasshare::tests
+
+// A file server may tell only when a file is closed that it could not store it.
+extern "C" [[gnu::visibility("default")]] int close(int descriptor) {
+  static const nasshare::tests::Close function = nasshare::tests::next_close();
+  const bool fails = nasshare::tests::fails_to_close(descriptor);
+  const int result = function(descriptor);
+  if (!fails) {
+    return result;
+  }
+  errno = EIO;
+  return -1;
 }

@@ -1,21 +1,20 @@
-/* Signals that interrupt reads and writes, as a program's timer does, fail no copy. */
+// Signals that interrupt reads and writes, as a program's timer does, fail no copy.
 #include "appliance.h"
 #include "nasshare/support.h"
-
-#include <gtest/gtest.h>
 
 #include <array>
 #include <atomic>
 #include <csignal>
-#include <functional>
-#include <string>
-#include <thread>
-
 #include <fcntl.h>
+#include <functional>
+#include <gtest/gtest.h>
+#include <string>
 #include <sys/stat.h>
 #include <sys/time.h>
+#include <thread>
 #include <unistd.h>
 
+namespace nasshare::tests {
 namespace {
 
 std::atomic<int> interruptions = 0;
@@ -25,7 +24,7 @@ void count(int /*signal*/) {
   interruptions.fetch_add(1);
 }
 
-/* Interrupts the calling thread every few milliseconds, while another thread is at the other end. */
+// Interrupts the calling thread every few milliseconds, while another thread is at the other end.
 class Interrupted {
 public:
   explicit Interrupted(std::function<void()> other_end) {
@@ -58,8 +57,9 @@ private:
 
 void wait_for_interruptions(int more) {
   const int enough = interruptions.load() + more;
-  while (interruptions.load() < enough)
+  while (interruptions.load() < enough) {
     ::usleep(500);
+  }
 }
 
 std::array<int, 2> new_pipe() {
@@ -76,21 +76,20 @@ void fill(int pipe_in) {
   ::fcntl(pipe_in, F_SETFL, flags);
 }
 
-/* Reads everything in small pieces, while the writer is interrupted. */
-std::string read_slowly(int pipe_out, size_t length) {
+// Reads everything in small pieces, while the writer is interrupted.
+std::string read_slowly(int pipe_out, std::size_t length) {
   std::string text;
   std::array<char, 30000> piece{};
   while (text.size() < length) {
     wait_for_interruptions(2);
     const ssize_t count_read = ::read(pipe_out, piece.data(), piece.size());
-    if (count_read <= 0)
+    if (count_read <= 0) {
       break;
-    text.append(piece.data(), static_cast<size_t>(count_read));
+    }
+    text.append(piece.data(), static_cast<std::size_t>(count_read));
   }
   return text;
 }
-
-} // namespace
 
 TEST(InterruptedRead, IsRepeated) {
   const auto ends = new_pipe();
@@ -166,3 +165,6 @@ TEST(InterruptedCopy, OfAFileIntoASlowTargetIsWhole) {
   }
   EXPECT_EQ(received, text);
 }
+
+} // namespace
+} // namespace nasshare::tests

@@ -1,11 +1,11 @@
-/* Cutting the end of a line. */
+// Cutting the end of a line.
 #include "nasshare/support.h"
 
-#include <gtest/gtest.h>
-
 #include <cstring>
+#include <gtest/gtest.h>
 #include <string>
 
+namespace nasshare::tests {
 namespace {
 
 std::string cut(std::string text) {
@@ -13,8 +13,6 @@ std::string cut(std::string text) {
   text.resize(std::strlen(text.data()));
   return text;
 }
-
-} // namespace
 
 TEST(LineEnd, TrailingWhiteSpaceAndControlCharactersGo) {
   const struct {
@@ -73,3 +71,6 @@ TEST(LineEnd, NothingIsReadInFrontOfTheText) {
 TEST(LineEnd, MissingTextIsLeftAlone) {
   remove_0D_0A(nullptr);
 }
+
+} // namespace
+} // namespace nasshare::tests

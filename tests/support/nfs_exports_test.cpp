@@ -1,18 +1,16 @@
-/* Whether /etc/exports names a path. */
+// Whether /etc/exports names a path.
 #include "appliance.h"
 #include "nasshare/support.h"
 #include "output.h"
 #include "unopenable.h"
 
 #include <gtest/gtest.h>
-
 #include <string>
 
+namespace nasshare::tests {
 namespace {
 
 constexpr const char *p2p = "/mnt/HD/HD_a2/P2P";
-
-} // namespace
 
 TEST(NfsExports, PathStandsInDoubleQuotesAtTheBeginningOfALine) {
   const struct {
@@ -94,7 +92,7 @@ TEST(NfsExports, FlagOneTracesEachComparisonUpToTheMatch) {
 
 TEST(NfsExports, NothingIsPrintedUnlessTheFlagIsExactlyOne) {
   Appliance{}.exports("\"/mnt/A\" *\n\"/mnt/B\" *\n");
-  for (int flag : {0, 2, -1}) {
+  for (const int flag : {0, 2, -1}) {
     SCOPED_TRACE(flag);
     smb_dbg_flag = flag;
     EXPECT_EQ(output_of([] { check_nfs_share("/mnt/B"); }), "");
@@ -116,3 +114,6 @@ TEST(NfsExports, MissingPathIsNotExported) {
   Appliance{}.exports("\"\" *\n\"/mnt/A\" *\n");
   EXPECT_EQ(check_nfs_share(nullptr), 0);
 }
+
+} // namespace
+} // namespace nasshare::tests

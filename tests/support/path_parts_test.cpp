@@ -1,10 +1,12 @@
-/* The parts of a path. */
+// The parts of a path.
 #include "nasshare/support.h"
 
-#include <gtest/gtest.h>
-
 #include <array>
+#include <gtest/gtest.h>
 #include <string>
+
+namespace nasshare::tests {
+namespace {
 
 TEST(PathParts, LastComponentFollowsTheLastSlash) {
   const struct {
@@ -99,3 +101,6 @@ TEST(PathParts, JoinedPathStaysInItsBuffer) {
 TEST(PathParts, MissingOutputIsLeftAlone) {
   concat_path_file("/mnt", "file", nullptr);
 }
+
+} // namespace
+} // namespace nasshare::tests

@@ -1,23 +1,22 @@
-/* Counting running processes by their command name. */
+// Counting running processes by their command name.
 #include "appliance.h"
 #include "descriptor_limit.h"
 #include "files.h"
 #include "nasshare/support.h"
 #include "output.h"
 
-#include <gtest/gtest.h>
-
 #include <csignal>
+#include <gtest/gtest.h>
 #include <string>
-
 #include <sys/mount.h>
 #include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+namespace nasshare::tests {
 namespace {
 
-/* A process of that command name, ended with this object. */
+// A process of that command name, ended with this object.
 class Process {
 public:
   explicit Process(const char *name) {
@@ -28,8 +27,9 @@ public:
       ::prctl(PR_SET_NAME, name);
       ::close(named[1]);
       ::close(named[0]);
-      for (;;)
+      for (;;) {
         ::pause();
+      }
     }
     ::close(named[1]);
     char byte = 0;
@@ -48,7 +48,7 @@ private:
   pid_t child_ = 0;
 };
 
-/* A /proc with exactly the files that a test puts there. */
+// A /proc with exactly the files that a test puts there.
 class MadeUpProc {
 public:
   MadeUpProc() { files::require(::mount("made-up", "/proc", "tmpfs", 0, "") == 0, "/proc"); }
@@ -60,8 +60,6 @@ public:
     Appliance{}.file("/proc/" + entry + "/status", text);
   }
 };
-
-} // namespace
 
 TEST(Processes, AreCountedByName) {
   EXPECT_EQ(smb_check_ps("amule"), 0);
@@ -99,8 +97,9 @@ TEST(Processes, EntriesThatAreNoProcessesAreSkipped) {
 
 TEST(Processes, OnlyEntriesThatBeginWithADigitAreRead) {
   const MadeUpProc proc;
-  for (const char *entry : {"1", "42", "99999", "self", "net", "x1", "-1", ".5"})
+  for (const char *entry : {"1", "42", "99999", "self", "net", "x1", "-1", ".5"}) {
     MadeUpProc::status(entry, "Name:\tamule\nState:\tS (sleeping)\n");
+  }
   EXPECT_EQ(smb_check_ps("amule"), 3);
 }
 
@@ -153,7 +152,7 @@ TEST(Processes, EntryWithoutAStatusIsSkipped) {
 
 TEST(Processes, ProcThatCannotBeOpenedHasNone) {
   const Process one("amule");
-  for (int flag : {0, 1, 2}) {
+  for (const int flag : {0, 1, 2}) {
     SCOPED_TRACE(flag);
     smb_dbg_flag = flag;
     int count = -1;
@@ -169,8 +168,9 @@ TEST(Processes, ProcThatCannotBeOpenedHasNone) {
 TEST(Processes, CountingLeavesNothingOpen) {
   const Process one("amule");
   const DescriptorLimit few(3);
-  for (int i = 0; i < 8; ++i)
+  for (int i = 0; i < 8; ++i) {
     EXPECT_EQ(smb_check_ps("amule"), 1);
+  }
 }
 
 TEST(Processes, MissingNameCountsNone) {
@@ -178,3 +178,6 @@ TEST(Processes, MissingNameCountsNone) {
   MadeUpProc::status("1", "Name:\t\n");
   EXPECT_EQ(smb_check_ps(nullptr), 0);
 }
+
+} // namespace
+} // namespace nasshare::tests

@@ -1,16 +1,15 @@
-/* The service commands smbcv and smbcom, and a developer's own build of them. */
+// The service commands smbcv and smbcom, and a developer's own build of them.
 #include "appliance.h"
 #include "nasshare/support.h"
 #include "output.h"
 
 #include <gtest/gtest.h>
-
 #include <ostream>
 #include <string>
-
 #include <sys/wait.h>
 #include <unistd.h>
 
+namespace nasshare::tests {
 namespace {
 
 struct Service {
@@ -30,7 +29,7 @@ protected:
     smb_dbg_flag = flag;
     return GetParam().run();
   }
-  /* An own build in the current directory. */
+  // An own build in the current directory.
   void have_own_build(mode_t mode = 0755) {
     Appliance{}.file("/tmp/own/" + name,
                      "#!/bin/sh\necho \"./" + name + " $*\" >>/run/appliance/transcript\nexit 7\n", mode);
@@ -41,8 +40,6 @@ protected:
 INSTANTIATE_TEST_SUITE_P(Service, ServiceCommand,
                          testing::Values(Service{"smbcv", run_smbcv}, Service{"smbcom", run_smbcom}),
                          [](const auto &suite) { return suite.param.name; });
-
-} // namespace
 
 TEST_P(ServiceCommand, IsFoundOnTheSearchPathAndHasNoArguments) {
   Appliance{}.command(name);
@@ -83,8 +80,9 @@ TEST_P(ServiceCommand, OwnBuildIsTakenWhenTheFlagIsExactlyOne) {
 
 TEST_P(ServiceCommand, OwnBuildIsNotTakenForAnyOtherFlag) {
   have_own_build();
-  for (int flag : {0, 2, -1})
+  for (const int flag : {0, 2, -1}) {
     EXPECT_EQ(run(flag), 0);
+  }
   EXPECT_EQ(transcript(), name + "\n" + name + "\n" + name + "\n");
 }
 
@@ -112,3 +110,6 @@ TEST(ServiceCommands, EachLooksForItsOwnBuildOnly) {
   EXPECT_EQ(transcript(), "smbcv\n");
   EXPECT_EQ(WEXITSTATUS(run_smbcom()), 7);
 }
+
+} // namespace
+} // namespace nasshare::tests

@@ -1,12 +1,13 @@
-/* A file that is there and that nobody can open, root included: a socket. */
-#ifndef NASSHARE_TESTS_UNOPENABLE_H
-#define NASSHARE_TESTS_UNOPENABLE_H
+// A file that is there and that nobody can open, root included: a socket.
+#pragma once
 
 #include "files.h"
 
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
+
+namespace nasshare::tests {
 
 inline void make_unopenable(const std::string &path) {
   const int server = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
@@ -17,4 +18,4 @@ inline void make_unopenable(const std::string &path) {
   ::close(server);
 }
 
-#endif
+} // namespace nasshare::tests

@@ -1,11 +1,12 @@
-/* nasshare permit: one account's permissions carried into several shares. */
+// nasshare permit: one account's permissions carried into several shares.
 #include "nasshare_cli.h"
 
+namespace nasshare::tests {
 namespace {
 
 class Permit : public Nasshare {
 protected:
-  /* read, write and deny of a share. */
+  // read, write and deny of a share.
   static std::string lists(const std::string &share) {
     return shown(share, "read") + " | " + shown(share, "write") + " | " + shown(share, "deny");
   }
@@ -101,8 +102,9 @@ TEST_F(Permit, WhoIsNoUserIsRefused) {
   add({"Music", "/mnt/HD/HD_a2/music"});
   expect_refusal({"permit", "dave", "Music=read"}, "no user is named \"dave\"");
   expect_refusal({"permit", "@staff", "Music=read"}, "permit takes a user, not a group");
-  for (const std::string name : {"", "alice,bob", "everyone"})
+  for (const std::string name : {"", "alice,bob", "everyone"}) {
     expect_refusal({"permit", name, "Music=read"}, "no account can be named \"" + name + "\"");
+  }
   expect_refusal({"permit", "a#b", "Music=read"}, "no account can be named \"a#b\"");
 }
 
@@ -114,8 +116,9 @@ TEST_F(Permit, ADomainUserNeedsNoLocalAccount) {
 }
 
 TEST(PermitUsage, IsExplained) {
-  for (const std::vector<std::string> &words : {std::vector<std::string>{"permit"}, {"permit", "alice"}})
+  for (const std::vector<std::string> &words : {std::vector<std::string>{"permit"}, {"permit", "alice"}}) {
     expect_wrong_usage(words, "usage: nasshare permit ACCOUNT SHARE=read|write|deny|none...");
+  }
   expect_wrong_usage({"permit", "alice", "Music"}, "\"Music\" is not of the form SHARE=PERMISSION");
   expect_wrong_usage({"permit", "alice", "Music=all"},
                      "a permission is read, write, deny or none, not \"all\"");
@@ -123,3 +126,4 @@ TEST(PermitUsage, IsExplained) {
 }
 
 } // namespace
+} // namespace nasshare::tests

@@ -1,13 +1,14 @@
-/* nasshare dfs, dfs-group and dfs-tree. */
+// nasshare dfs, dfs-group and dfs-tree.
 #include "nasshare_cli.h"
 
 #include <filesystem>
 
+namespace nasshare::tests {
 namespace {
 
 constexpr const char *link_file = "/etc/NAS_CFG/smbdfs.xml";
 
-/* A group "media" with the link "tunes". */
+// A group "media" with the link "tunes".
 class Dfs : public testing::Test {
 protected:
   Dfs() {
@@ -163,16 +164,18 @@ TEST_F(Dfs, SwitchedOffTheTreeStays) {
 }
 
 TEST(DfsUsage, IsExplained) {
-  for (const std::vector<std::string> &words : {std::vector<std::string>{"dfs"}, {"dfs", "show"}})
+  for (const std::vector<std::string> &words : {std::vector<std::string>{"dfs"}, {"dfs", "show"}}) {
     expect_wrong_usage(words, "usage: nasshare dfs list|add|modify|delete ...");
+  }
   expect_wrong_usage({"dfs", "list", "x"}, "usage: nasshare dfs list");
   expect_wrong_usage({"dfs", "add", "media", "tunes", "srv1"},
                      "usage: nasshare dfs add GROUP LOCAL HOST SHARE");
   expect_wrong_usage({"dfs", "modify", "media"}, "usage: nasshare dfs modify GROUP LOCAL [OPTION]...");
   expect_wrong_usage({"dfs", "modify", "media", "tunes", "--name", "x"}, "\"--name\" is no option of modify");
   expect_wrong_usage({"dfs", "delete", "media"}, "usage: nasshare dfs delete GROUP LOCAL");
-  for (const std::vector<std::string> &words : {std::vector<std::string>{"dfs-group"}, {"dfs-group", "x"}})
+  for (const std::vector<std::string> &words : {std::vector<std::string>{"dfs-group"}, {"dfs-group", "x"}}) {
     expect_wrong_usage(words, "usage: nasshare dfs-group list|add|rename|delete ...");
+  }
   expect_wrong_usage({"dfs-group", "list", "x"}, "usage: nasshare dfs-group list");
   expect_wrong_usage({"dfs-group", "add"}, "usage: nasshare dfs-group add GROUP");
   expect_wrong_usage({"dfs-group", "rename", "media"}, "usage: nasshare dfs-group rename GROUP NEW");
@@ -181,3 +184,4 @@ TEST(DfsUsage, IsExplained) {
 }
 
 } // namespace
+} // namespace nasshare::tests

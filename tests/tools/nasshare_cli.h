@@ -1,14 +1,14 @@
-/* The command nasshare, run on a mirror (volume 1) and a single disk (volume 2). */
-#ifndef NASSHARE_TESTS_NASSHARE_CLI_H
-#define NASSHARE_TESTS_NASSHARE_CLI_H
+// The command nasshare, run on a mirror (volume 1) and a single disk (volume 2).
+#pragma once
 
 #include "appliance.h"
 #include "output.h"
 
 #include <gtest/gtest.h>
-
 #include <string>
 #include <vector>
+
+namespace nasshare::tests {
 
 constexpr int refused = 1;
 constexpr int wrong_usage = 2;
@@ -18,7 +18,7 @@ inline Ended nasshare(std::vector<std::string> words) {
   return run_program(words);
 }
 
-/* A command that does what it should and prints nothing. */
+// A command that does what it should and prints nothing.
 inline void succeed(const std::vector<std::string> &words) {
   const Ended ended = nasshare(words);
   EXPECT_EQ(ended.status, 0) << words.front();
@@ -56,18 +56,19 @@ protected:
     EXPECT_EQ(ended.out + ended.err, "");
   }
 
-  /* The value of one row of "show". */
+  // The value of one row of "show".
   static std::string shown(const std::string &share, const std::string &row) {
     const Ended ended = nasshare({"show", share});
     EXPECT_EQ(ended.status, 0) << ended.err;
-    const size_t start = ended.out.find("\n" + row + " ");
-    if (start == std::string::npos)
+    const std::size_t start = ended.out.find("\n" + row + " ");
+    if (start == std::string::npos) {
       return "no row " + row;
-    const size_t value = start + 14;
+    }
+    const std::size_t value = start + 14;
     return ended.out.substr(value, ended.out.find('\n', start + 1) - value);
   }
 
   Appliance machine_;
 };
 
-#endif
+} // namespace nasshare::tests

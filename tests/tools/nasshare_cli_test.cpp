@@ -1,6 +1,7 @@
-/* The command line of nasshare itself: usage, options, help and debug output. */
+// The command line of nasshare itself: usage, options, help and debug output.
 #include "nasshare_cli.h"
 
+namespace nasshare::tests {
 namespace {
 
 TEST(NasshareUsage, WithoutVolumesLoadingEndsTheProgramAndSaysWhy) {
@@ -48,8 +49,9 @@ TEST(NasshareUsage, HelpAndVersionArePrinted) {
   EXPECT_NE(help.out.find("255"), std::string::npos);
   for (const char *command :
        {"list", "show", "add", "modify", "delete", "check", "allows", "permit", "smb-conf", "dfs list",
-        "dfs add", "dfs modify", "dfs delete", "dfs-group", "dfs-tree", "browse", "join"})
+        "dfs add", "dfs modify", "dfs delete", "dfs-group", "dfs-tree", "browse", "join"}) {
     EXPECT_NE(help.out.find(std::string("\n  ") + command), std::string::npos) << command;
+  }
   EXPECT_EQ(nasshare({"--version"}).out.substr(0, 9), "nasshare ");
 }
 
@@ -60,3 +62,4 @@ TEST_F(Nasshare, DebugPrintsWhatTheLibraryDoes) {
 }
 
 } // namespace
+} // namespace nasshare::tests

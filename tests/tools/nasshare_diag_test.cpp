@@ -1,14 +1,14 @@
-/* nasshare-diag, run as a program. */
+// nasshare-diag, run as a program.
 #include "../ads/domain_settings.h"
 #include "appliance.h"
+#include "nasshare/catalogue.h"
+#include "nasshare/support.h"
 #include "output.h"
 #include "share.h"
 
-#include "nasshare/catalogue.h"
-#include "nasshare/support.h"
-
 #include <gtest/gtest.h>
 
+namespace nasshare::tests {
 namespace {
 
 constexpr const char *first_file = "/mnt/HD_a4/.systemfile/.smb.xml";
@@ -46,7 +46,7 @@ Appliance one_share() {
       .shares("/mnt/HD_b4", share_xml({music()}));
 }
 
-/* Standard output of a run, which has to end well and complain of nothing. */
+// Standard output of a run, which has to end well and complain of nothing.
 std::string diag(std::vector<std::string> options) {
   options.insert(options.begin(), NASSHARE_DIAG);
   const Ended ended = run_program(options);
@@ -55,7 +55,7 @@ std::string diag(std::vector<std::string> options) {
   return ended.out;
 }
 
-/* What loading and listing prints in this very machine with debug mode on. */
+// What loading and listing prints in this very machine with debug mode on.
 std::string catalogue_output() {
   smb_dbg_flag = 1;
   std::string text = output_of([] {
@@ -66,8 +66,6 @@ std::string catalogue_output() {
   smb_dbg_flag = 0;
   return text;
 }
-
-} // namespace
 
 TEST(Diag, WithoutOptionsDoesNothing) {
   one_share();
@@ -215,11 +213,9 @@ TEST(Diag, AnAbsentVolumeOrDiskEndsItAtOnce) {
   }
 }
 
-/* ---- Option c: the account z700 on Volume_1 (deny), Volume_2 and Volume_3 (write). ---- */
+// ---- Option c: the account z700 on Volume_1 (deny), Volume_2 and Volume_3 (write)
 
-namespace {
-
-/* Volume_1 is open to everyone, Volume_2 to alice; there is no Volume_3. */
+// Volume_1 is open to everyone, Volume_2 to alice; there is no Volume_3.
 Appliance two_volume_shares() {
   const std::vector<Share> shares{
       stored("Volume_1", "/mnt/HD/HD_a2"),
@@ -238,7 +234,7 @@ std::string two_volume_shares_once_changed(const char *denied) {
                         .deny("#nobody#")});
 }
 
-/* What the changes print in debug mode once the catalogue is loaded. */
+// What the changes print in debug mode once the catalogue is loaded.
 constexpr const char *account_changes = "$$$list[#nobody#,#@allaccount#]\n"
                                         "$$$[#alice#,#bob#,#carol#]\n"
                                         "1-->\n"
@@ -256,8 +252,6 @@ std::string loading_output() {
   return text;
 }
 
-} // namespace
-
 TEST(Diag, ChangesTheTestAccountOnEveryVolume) {
   two_volume_shares();
   EXPECT_EQ(diag({"-c"}), "");
@@ -272,7 +266,7 @@ TEST(Diag, ShowsTheAccountChangesInDebugMode) {
   EXPECT_EQ(diag({"-d", "-c"}), debug_mode + loading + account_changes);
 }
 
-/* Loading denies the guest as well, where anybody is denied. */
+// Loading denies the guest as well, where anybody is denied.
 TEST(Diag, ChangesTheTestAccountAsOftenAsItIsAsked) {
   two_volume_shares();
   EXPECT_EQ(diag({"-c", "-c"}), "");
@@ -287,15 +281,14 @@ TEST(Diag, ChangesNoShareWhereThereIsNoneOfTheNames) {
   EXPECT_EQ(transcript(), "smbcom\n");
 }
 
-/* ---- Option s: join the configured domain. ---- */
-
-namespace {
+// ---- Option s: join the configured domain
 
 Appliance domain_member(const std::string &join_output = "", const std::string &ticket_output = "") {
   Appliance machine;
   configure_domain(machine);
-  for (const char *name : {"pidof", "samba_tmpfs.sh", "winbindd", "wbinfo", "smbcmd"})
+  for (const char *name : {"pidof", "samba_tmpfs.sh", "winbindd", "wbinfo", "smbcmd"}) {
     machine.command(name);
+  }
   machine.command("net", join_output).command("kinit", ticket_output).file("/etc/samba/smb.conf", "");
   return machine;
 }
@@ -311,8 +304,6 @@ constexpr const char *steps_to_the_join = "smbcv\n"
 constexpr const char *join_command = "ads join cmd : [net ads join -U 'Administrator%secret' 2>&1]\n";
 
 constexpr const char *ticket_command = "kinit : [echo 'secret' | kinit 'Administrator@CORP.LAN' 2>&1]\n";
-
-} // namespace
 
 TEST(Diag, JoinsTheConfiguredDomain) {
   domain_member(recording("domain/net-ads-join-ok.stdout"), recording("domain/kinit-ok.stdout"));
@@ -352,15 +343,13 @@ TEST(Diag, JoinsNothingOutsideADomain) {
   EXPECT_FALSE(exists("/etc/krb5.conf"));
 }
 
-/* ---- Option t: the DFS group. ---- */
-
-namespace {
+// ---- Option t: the DFS group
 
 constexpr const char *group_file = "/etc/NAS_CFG/smbdfs_group.xml";
 constexpr const char *group_name = "[~!@#$%^&avc]\n";
 constexpr const char *group_test = "[~!@#$%^&avc]\ntrue\n";
 
-/* The escaped name is the group's name, and is escaped once more in the file. */
+// The escaped name is the group's name, and is escaped once more in the file.
 constexpr const char *stored_group = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
                                      "<config>\n"
                                      "  <dfs>\n"
@@ -369,8 +358,6 @@ constexpr const char *stored_group = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>
                                      "    </item>\n"
                                      "  </dfs>\n"
                                      "</config>\n";
-
-} // namespace
 
 TEST(Diag, AddsTheTestGroup) {
   Appliance{};
@@ -391,11 +378,9 @@ TEST(Diag, SaysNothingOfAGroupThatCannotBeStored) {
   EXPECT_EQ(diag({"-t"}), group_name);
 }
 
-/* ---- Any order and combination. ---- */
+// ---- Any order and combination
 
-namespace {
-
-/* The machine on which every option has something to do. */
+// The machine on which every option has something to do.
 Appliance busy_machine() {
   return two_volume_shares()
       .folder("/mnt/HD/HD_a2/test")
@@ -408,23 +393,23 @@ struct Order {
   std::string output;
 };
 
-/* googletest prints it for a case that fails. */
+// googletest prints it for a case that fails.
 std::ostream &operator<<(std::ostream &out, const Order &order) {
-  for (const std::string &option : order.options)
+  for (const std::string &option : order.options) {
     out << option << ' ';
+  }
   return out;
 }
 
 class DiagOrder : public testing::TestWithParam<Order> {};
 
-} // namespace
-
 TEST_P(DiagOrder, MakesNoDifferenceToWhatIsDone) {
   busy_machine();
   EXPECT_EQ(diag(GetParam().options), GetParam().output);
   EXPECT_EQ(read_file(group_file), stored_group);
-  for (const char *name : {"test", "RRRRRRRRRRRRRR", "~`!@#$^&()_-',.a"})
+  for (const char *name : {"test", "RRRRRRRRRRRRRR", "~`!@#$^&()_-',.a"}) {
     EXPECT_EQ(chk_share(name), 0) << name;
+  }
   EXPECT_NE(read_file(first_file).find("#z700#</invalid_users>"), std::string::npos);
 }
 
@@ -462,3 +447,6 @@ TEST(Diag, TakesNoOptionBehindADoubleDash) {
   EXPECT_EQ(diag({"-f", "--", "-t"}), tokenizer_test);
   EXPECT_FALSE(exists(group_file));
 }
+
+} // namespace
+} // namespace nasshare::tests

@@ -1,14 +1,15 @@
-/* nasshare browse, join and leave. */
+// nasshare browse, join and leave.
 #include "../ads/domain_settings.h"
 #include "nasshare_cli.h"
 
 #include <sys/mount.h>
 
+namespace nasshare::tests {
 namespace {
 
 // ---- browse
 
-/* The smbclient at its fixed place prints that text and notes its arguments. */
+// The smbclient at its fixed place prints that text and notes its arguments.
 void smbclient_answers(const std::string &text) {
   Appliance{}
       .file("/run/appliance/answer", text)
@@ -38,19 +39,21 @@ TEST(Browse, AHostThatCannotBeReachedIsRefused) {
 
 TEST(Browse, WhatIsNoHostNeverReachesTheShell) {
   for (const std::string host :
-       {"", "-h", "a b", "$(touch /tmp/ran)", "a\";touch /tmp/ran;\"", "`id`", "a\\b"})
+       {"", "-h", "a b", "$(touch /tmp/ran)", "a\";touch /tmp/ran;\"", "`id`", "a\\b"}) {
     expect_refusal({"browse", host}, "\"" + host + "\" is no host name or address");
+  }
   EXPECT_FALSE(exists("/tmp/ran"));
 }
 
 // ---- join, leave
 
-/* A domain member whose commands all succeed. */
+// A domain member whose commands all succeed.
 class Domain : public testing::Test {
 protected:
   Domain() {
-    for (const char *name : {"net", "kinit", "winbindd", "wbinfo", "smbcmd", "samba_tmpfs.sh"})
+    for (const char *name : {"net", "kinit", "winbindd", "wbinfo", "smbcmd", "samba_tmpfs.sh"}) {
       machine_.command(name);
+    }
     machine_.command("pidof", "", 1).file("/etc/samba/smb.conf", "[ global ]\n");
     configure_domain(machine_);
   }
@@ -120,3 +123,4 @@ TEST(NetworkUsage, IsExplained) {
 }
 
 } // namespace
+} // namespace nasshare::tests

@@ -1,7 +1,8 @@
-/* nasshare list, show, add, modify, delete, check and allows: what they store, print and refuse. */
+// nasshare list, show, add, modify, delete, check and allows: what they store, print and refuse.
 #include "nasshare_cli.h"
 #include "share.h"
 
+namespace nasshare::tests {
 namespace {
 
 // ---- list, show
@@ -147,8 +148,9 @@ TEST_F(Nasshare, AddOfAMalformedListIsRefused) {
 
 TEST_F(Nasshare, AddOfAListThatDoesNotFitIsRefused) {
   std::string list = "alice";
-  while (list.size() < 12288)
+  while (list.size() < 12288) {
     list += ",alice";
+  }
   expect_refusal({"add", "Music", "/mnt/HD/HD_a2/music", "--read", list},
                  "--read is longer than 12287 bytes");
 }
@@ -254,3 +256,4 @@ TEST_F(Nasshare, AllowsAnswersForUsersAndGroups) {
 }
 
 } // namespace
+} // namespace nasshare::tests

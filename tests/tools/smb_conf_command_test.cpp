@@ -1,23 +1,23 @@
-/* nasshare smb-conf: the shares that it publishes besides the catalogue's, and the DFS tree. */
+// nasshare smb-conf: the shares that it publishes besides the catalogue's, and the DFS tree.
 #include "../special/iso_catalogue.h"
 #include "files.h"
 #include "nasshare_cli.h"
 
-#include <filesystem>
-
 #include <csignal>
+#include <filesystem>
 #include <sys/wait.h>
 
+namespace nasshare::tests {
 namespace {
 
 class SmbConf : public Nasshare {
 protected:
-  /* The lines of a share's section in a freshly written file, up to the empty line behind it. */
+  // The lines of a share's section in a freshly written file, up to the empty line behind it.
   static std::string section(const std::string &share) {
     const Ended ended = nasshare({"smb-conf"});
     EXPECT_EQ(ended.status, 0) << ended.err;
     const std::string text = read_file("/etc/samba/smb.conf");
-    const size_t start = text.find("[ " + share + " ]\n");
+    const std::size_t start = text.find("[ " + share + " ]\n");
     return start == std::string::npos ? "none" : text.substr(start, text.find("\n\n", start) + 1 - start);
   }
 };
@@ -113,3 +113,4 @@ TEST_F(SmbConf, TheDfsTreeIsMadeWhileDfsIsOn) {
 }
 
 } // namespace
+} // namespace nasshare::tests

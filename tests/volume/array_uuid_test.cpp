@@ -1,25 +1,22 @@
-/* The UUID of an array, out of what "mdadm -D" reports. */
+// The UUID of an array, out of what "mdadm -D" reports.
 #include "appliance.h"
 #include "output.h"
 #include "volume_table.h"
 
-#include <gtest/gtest.h>
-
 #include <array>
-
+#include <gtest/gtest.h>
 #include <sys/wait.h>
 
+namespace nasshare::tests {
 namespace {
 
-/* The UUID that is read when mdadm prints this; "before" where it leaves the destination alone. */
+// The UUID that is read when mdadm prints this; "before" where it leaves the destination alone.
 std::string uuid_from(std::string_view report) {
   Appliance{}.command("mdadm", report);
   std::array<char, 64> uuid{"before"};
   get_raid_uuid(uuid.data(), "/dev/md1");
   return uuid.data();
 }
-
-} // namespace
 
 TEST(ArrayUuid, AsksMdadmForTheDevice) {
   Appliance{}.command("mdadm", recording("kernel/mdadm-D-raid1-1.2.txt"));
@@ -111,3 +108,6 @@ TEST(ArrayUuid, OfADeviceThatTheShellWouldReadIsNotAsked) {
   }
   EXPECT_EQ(transcript(), "");
 }
+
+} // namespace
+} // namespace nasshare::tests

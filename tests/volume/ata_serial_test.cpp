@@ -1,26 +1,25 @@
-/* A disk's serial number, asked with ATA IDENTIFY DEVICE through SG_IO. */
+// A disk's serial number, asked with ATA IDENTIFY DEVICE through SG_IO.
 #include "appliance.h"
 #include "nasshare/support.h"
 #include "output.h"
 #include "volume_table.h"
 
-#include <gtest/gtest.h>
-
 #include <array>
-
 #include <fcntl.h>
+#include <gtest/gtest.h>
 #include <unistd.h>
 
+namespace nasshare::tests {
 namespace {
 
-/* The serial of sda, "before" where the destination is left alone. */
+// The serial of sda, "before" where the destination is left alone.
 std::string serial_of_sda() {
   std::array<char, 512> serial{"before"};
   get_serial_number(serial.data(), "sda");
   return serial.data();
 }
 
-/* What is printed while the serial of sda is read, at that value of the flag. */
+// What is printed while the serial of sda is read, at that value of the flag.
 std::string printed(int flag) {
   smb_dbg_flag = flag;
   return output_of([] { serial_of_sda(); });
@@ -31,8 +30,6 @@ int lowest_free_descriptor() {
   close(descriptor);
   return descriptor;
 }
-
-} // namespace
 
 TEST(AtaSerial, SendsIdentifyDeviceAsPassThrough) {
   Appliance{}.disk("sda", "scsi0", "WD-A");
@@ -152,3 +149,6 @@ TEST(AtaSerial, MissingArgumentsAskNothing) {
   EXPECT_STREQ(serial.data(), "before");
   EXPECT_EQ(kernel_requests(), "");
 }
+
+} // namespace
+} // namespace nasshare::tests

@@ -1,19 +1,18 @@
-/* Discovery as a whole: which volumes there are, of which kind, on which disk, and what is printed meanwhile.
- */
+// Discovery as a whole: which volumes there are, of which kind, on which disk, and what is printed meanwhile.
 #include "appliance.h"
 #include "nasshare/support.h"
 #include "output.h"
 #include "volume_table.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
+#include <gtest/gtest.h>
 
+namespace nasshare::tests {
 namespace {
 
-/* A mirror and a USB disk. */
+// A mirror and a USB disk.
 void describe_mirror_and_usb() {
   Appliance::mirror().mount("/dev/sdc1", "/mnt/USB/HD_c1");
 }
@@ -31,11 +30,9 @@ Ended discovery_that_ends(int flag) {
   return run_to_exit([] { discovered(); });
 }
 
-} // namespace
-
 TEST(Discovery, SingleDiskIsKnownByItsSerial) {
   Appliance{}.disk("sda", "scsi0", "WD-TESTDISK0001").mtab("/dev/sda2 /mnt/HD/HD_a2 ext3 rw 0 0\n");
-  auto table = discovered();
+  const auto table = discovered();
   EXPECT_EQ(table->vol_count, 1);
   EXPECT_EQ(table->vol_present[0], 1);
   EXPECT_EQ(table->vol_raid_type[0], 1);
@@ -47,7 +44,7 @@ TEST(Discovery, SingleDiskIsKnownByItsSerial) {
 
 TEST(Discovery, EachSingleDiskCarriesItsOwnVolume) {
   Appliance::single_disks();
-  auto table = discovered();
+  const auto table = discovered();
   EXPECT_EQ(table->hd_count, 2);
   EXPECT_EQ(table->vol_count, 2);
   EXPECT_EQ(table->vol_raid_type[0], 1);
@@ -67,7 +64,7 @@ TEST(Discovery, DiskIsToldByItsDeviceNotByItsBay) {
       .disk("sda", "scsi1", "WD-IN-BAY-1")
       .disk("sdb", "scsi0", "WD-IN-BAY-0")
       .mtab("/dev/sda2 /mnt/HD/HD_a2 ext3 rw 0 0\n/dev/sdb2 /mnt/HD/HD_b2 ext3 rw 0 0\n");
-  auto table = discovered();
+  const auto table = discovered();
   EXPECT_EQ(table->vol_hd[0], 1);
   EXPECT_EQ(table->vol_hd[1], 0);
   EXPECT_STREQ(table->vol_comp_str[0], "WD-IN-BAY-1");
@@ -81,7 +78,7 @@ TEST(Discovery, DeviceOnNoDiskHasNoSerial) {
       .disk("sda", "scsi0", "WD-A")
       .disk("sdb", "scsi1", "WD-B")
       .mtab("/dev/sdx2 /mnt/HD/HD_a2 ext3 rw 0 0\n");
-  auto table = discovered();
+  const auto table = discovered();
   EXPECT_EQ(table->vol_raid_type[0], 1);
   EXPECT_EQ(table->vol_hd[0], 0);
   EXPECT_STREQ(table->vol_comp_str[0], "");
@@ -91,7 +88,7 @@ TEST(Discovery, VolumeOnAnEmptyBayHasNoHiddenPath) {
   Appliance{}
       .disk("sdb", "scsi1", "WD-B")
       .mtab("/dev/sdx2 /mnt/HD/HD_a2 ext3 rw 0 0\n/dev/sdb2 /mnt/HD/HD_b2 ext3 rw 0 0\n");
-  auto table = discovered();
+  const auto table = discovered();
   EXPECT_EQ(table->vol_hd[0], 0);
   EXPECT_STREQ(table->vol_hidden_path[0], "");
   EXPECT_STREQ(table->vol_hidden_path[1], "/mnt/HD_b4");
@@ -99,7 +96,7 @@ TEST(Discovery, VolumeOnAnEmptyBayHasNoHiddenPath) {
 
 TEST(Discovery, MirrorIsKnownByItsUuid) {
   Appliance::mirror();
-  auto table = discovered();
+  const auto table = discovered();
   EXPECT_EQ(table->vol_raid_type[0], 4);
   EXPECT_EQ(table->vol_hd[0], 0);
   EXPECT_STREQ(table->vol_mount_dev[0], "/dev/md1");
@@ -114,7 +111,7 @@ TEST(Discovery, DegradedMirrorLivesOnTheDiskThatIsLeft) {
       .hidden("/dev/sdb4", "/mnt/HD_b4")
       .array("md1", "raid1", "1:2:3:4", {"sdb2"})
       .mount("/dev/md1", "/mnt/HD/HD_a2");
-  auto table = discovered();
+  const auto table = discovered();
   EXPECT_EQ(table->vol_hd[0], 1);
   EXPECT_STREQ(table->vol_hidden_path[0], "/mnt/HD_b4");
 }
@@ -126,7 +123,7 @@ TEST(Discovery, StripedMirrorsAreTheSixthKind) {
       .mdstat("md3 : active raid0 md2[1] md1[0]\n")
       .command("mdadm", "           UUID : 1:2:3:4\n")
       .mount("/dev/md3", "/mnt/HD/HD_a2");
-  auto table = discovered();
+  const auto table = discovered();
   EXPECT_EQ(table->vol_raid_type[0], 6);
   EXPECT_EQ(table->vol_hd[0], 0);
   EXPECT_STREQ(table->vol_comp_str[0], "UUID=1:2:3:4");
@@ -150,7 +147,7 @@ TEST(Discovery, ArrayIsLookedUpByTheFirstNameThatItsDeviceContains) {
   for (const auto &row : rows) {
     SCOPED_TRACE(row.device);
     Appliance{}.mtab(std::string(row.device) + " /mnt/HD/HD_a2 ext3 rw 0 0\n");
-    auto table = discovered();
+    const auto table = discovered();
     EXPECT_EQ(table->vol_raid_type[0], row.kind);
     EXPECT_STREQ(table->vol_comp_str[0], "UUID=1:2:3:4");
   }
@@ -162,7 +159,7 @@ TEST(Discovery, Md127IsLookedUpAsMd1) {
       .hidden("/dev/sda4", "/mnt/HD_a4")
       .array("md127", "raid1", "1:2:3:4", {"sda2", "sdb2"})
       .mount("/dev/md127", "/mnt/HD/HD_a2");
-  auto table = discovered();
+  const auto table = discovered();
   EXPECT_EQ(table->vol_raid_type[0], 4);
   EXPECT_STREQ(table->vol_comp_str[0], "UUID=1:2:3:4");
 }
@@ -177,7 +174,7 @@ TEST(Discovery, TwoArraysCarryTwoVolumes) {
       .array("md2", "linear", "2:2:2:2", {"sdb3"})
       .mount("/dev/md1", "/mnt/HD/HD_a2")
       .mount("/dev/md2", "/mnt/HD/HD_b2");
-  auto table = discovered();
+  const auto table = discovered();
   EXPECT_EQ(table->vol_raid_type[0], 4);
   EXPECT_EQ(table->vol_raid_type[1], 2);
   EXPECT_EQ(table->vol_hd[0], 0);
@@ -191,7 +188,7 @@ TEST(Discovery, ArrayWithoutMdstatHasNoKindAndTheFirstBay) {
       .disk("sdb", "scsi1", "WD-B")
       .command("mdadm", "UUID : 1:2:3:4\n")
       .mtab("/dev/md1 /mnt/HD/HD_a2 ext3 rw 0 0\n");
-  auto table = discovered();
+  const auto table = discovered();
   EXPECT_EQ(table->vol_raid_type[0], 0);
   EXPECT_EQ(table->vol_hd[0], 0);
   EXPECT_STREQ(table->vol_comp_str[0], "UUID=1:2:3:4");
@@ -199,7 +196,7 @@ TEST(Discovery, ArrayWithoutMdstatHasNoKindAndTheFirstBay) {
 
 TEST(Discovery, ArrayWithoutUuidIsKnownByTheLabelAlone) {
   Appliance{}.disk("sda", "scsi0", "WD-A").no_command("mdadm").mtab("/dev/md1 /mnt/HD/HD_a2 ext3 rw 0 0\n");
-  auto table = discovered();
+  const auto table = discovered();
   EXPECT_STREQ(table->vol_uuid[0], "");
   EXPECT_STREQ(table->vol_comp_str[0], "UUID=");
 }
@@ -209,7 +206,7 @@ TEST(Discovery, LongUuidStaysInItsField) {
       .disk("sda", "scsi0", "WD-A")
       .command("mdadm", "UUID : " + std::string(600, 'u') + "\n")
       .mtab("/dev/sda2 /mnt/HD/HD_b2 ext3 rw 0 0\n/dev/md1 /mnt/HD/HD_a2 ext3 rw 0 0\n");
-  auto table = discovered();
+  const auto table = discovered();
   EXPECT_EQ(table->vol_uuid[0], std::string(63, 'u'));
   EXPECT_EQ(table->vol_comp_str[0], "UUID=" + std::string(58, 'u'));
   EXPECT_STREQ(table->vol_comp_str[1], "WD-A");
@@ -218,7 +215,7 @@ TEST(Discovery, LongUuidStaysInItsField) {
 
 TEST(Discovery, EarlierFindingsAreForgotten) {
   Appliance{}.disk("sda", "scsi0", "WD-A").mtab("/dev/sda2 /mnt/HD/HD_a2 ext3 rw 0 0\n");
-  auto table = empty_table();
+  const auto table = empty_table();
   std::memset(static_cast<void *>(table.get()), 'x', sizeof *table);
   get_hd_raid_info(table.get());
   auto fresh = discovered();
@@ -231,7 +228,7 @@ TEST(Discovery, EarlierFindingsAreForgotten) {
 
 TEST(Discovery, SettingsAndShareListStay) {
   Appliance{}.disk("sda", "scsi0", "WD-A").mtab("/dev/sda2 /mnt/HD/HD_a2 ext3 rw 0 0\n");
-  auto table = empty_table();
+  const auto table = empty_table();
   std::memset(static_cast<void *>(table.get()), 'x', sizeof *table);
   get_hd_raid_info(table.get());
   const auto *bytes = reinterpret_cast<const char *>(table.get());
@@ -380,3 +377,6 @@ TEST(Discovery, MissingTableIsLeftAlone) {
   EXPECT_TRUE(ended.returned);
   EXPECT_EQ(ended.out, "");
 }
+
+} // namespace
+} // namespace nasshare::tests

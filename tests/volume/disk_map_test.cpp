@@ -1,4 +1,4 @@
-/* Which disk sits in which bay, as "sg_scan" lists them, and the serial numbers of these disks. */
+// Which disk sits in which bay, as "sg_scan" lists them, and the serial numbers of these disks.
 #include "appliance.h"
 #include "nasshare/support.h"
 #include "output.h"
@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+namespace nasshare::tests {
 namespace {
 
 VolumeTable mapped() {
@@ -14,7 +15,7 @@ VolumeTable mapped() {
   return table;
 }
 
-/* Two disks whose devices and serials are there, listed by sg_scan in these words. */
+// Two disks whose devices and serials are there, listed by sg_scan in these words.
 VolumeTable mapped_from(std::string_view listing) {
   Appliance{}
       .disk("sda", "scsi0", "WD-A")
@@ -27,8 +28,6 @@ VolumeTable mapped_from(std::string_view listing) {
 constexpr const char *identify_sda =
     "SG_IO sda command=85080e0000000100000000000000ec00 data=512 sense=32 timeout=15000\n";
 
-} // namespace
-
 TEST(DiskMap, AsksForTheSixteenDevices) {
   Appliance{}.command("sg_scan");
   EXPECT_EQ(get_scsi_map(empty_table().get()), 0);
@@ -39,7 +38,7 @@ TEST(DiskMap, AsksForTheSixteenDevices) {
 }
 
 TEST(DiskMap, HostsScsi0AndScsi1AreTheBays) {
-  auto table = mapped_from(recording("kernel/sg_scan-two-bays.txt"));
+  const auto table = mapped_from(recording("kernel/sg_scan-two-bays.txt"));
   EXPECT_EQ(table->hd_count, 2);
   EXPECT_EQ(table->hd_present[0], 1);
   EXPECT_EQ(table->hd_present[1], 1);
@@ -50,7 +49,7 @@ TEST(DiskMap, HostsScsi0AndScsi1AreTheBays) {
 }
 
 TEST(DiskMap, DeviceNamesMayChangePlaces) {
-  auto table =
+  const auto table =
       mapped_from("/dev/sda: scsi1 channel=0 id=0 lun=0 [em]\n/dev/sdb: scsi0 channel=0 id=0 lun=0 [em]\n");
   EXPECT_STREQ(table->hd_device[0], "sdb");
   EXPECT_STREQ(table->hd_device[1], "sda");
@@ -59,21 +58,21 @@ TEST(DiskMap, DeviceNamesMayChangePlaces) {
 }
 
 TEST(DiskMap, DiskOfAnotherHostIsTheOtherDevice) {
-  auto table = mapped_from(recording("kernel/sg_scan-two-bays-and-usb.txt"));
+  const auto table = mapped_from(recording("kernel/sg_scan-two-bays-and-usb.txt"));
   EXPECT_EQ(table->hd_count, 2);
   EXPECT_STREQ(table->other_dev_name, "sdc");
   EXPECT_EQ(table->other_dev_present, 1);
 }
 
 TEST(DiskMap, DiskOfABayIsAlsoTheOtherDeviceOfTheOtherBay) {
-  auto table = mapped_from("/dev/sda: scsi0 channel=0 id=0 lun=0 [em]\n");
+  const auto table = mapped_from("/dev/sda: scsi0 channel=0 id=0 lun=0 [em]\n");
   EXPECT_STREQ(table->other_dev_name, "sda");
   EXPECT_EQ(table->other_dev_present, 1);
   EXPECT_STREQ(mapped_from(recording("kernel/sg_scan-two-bays.txt"))->other_dev_name, "sdb");
 }
 
 TEST(DiskMap, HostScsi10CountsForTheSecondBay) {
-  auto table = mapped_from("/dev/sdb: scsi10 channel=0 id=0 lun=0 [em]\n");
+  const auto table = mapped_from("/dev/sdb: scsi10 channel=0 id=0 lun=0 [em]\n");
   EXPECT_EQ(table->hd_count, 1);
   EXPECT_EQ(table->hd_present[0], 0);
   EXPECT_EQ(table->hd_present[1], 1);
@@ -82,7 +81,7 @@ TEST(DiskMap, HostScsi10CountsForTheSecondBay) {
 }
 
 TEST(DiskMap, TwoLinesOfOneBayCountTwoDisks) {
-  auto table =
+  const auto table =
       mapped_from("/dev/sda: scsi0 channel=0 id=0 lun=0 [em]\n/dev/sdb: scsi0 channel=0 id=1 lun=0 [em]\n");
   EXPECT_EQ(table->hd_count, 2);
   EXPECT_EQ(table->hd_present[1], 0);
@@ -91,7 +90,7 @@ TEST(DiskMap, TwoLinesOfOneBayCountTwoDisks) {
 }
 
 TEST(DiskMap, LineWithoutAHostIsNoDisk) {
-  auto table = mapped_from("/dev/sda: no such device\n\n");
+  const auto table = mapped_from("/dev/sda: no such device\n\n");
   EXPECT_EQ(table->hd_count, 0);
   EXPECT_EQ(table->other_dev_present, 0);
   EXPECT_STREQ(table->other_dev_name, "");
@@ -99,14 +98,14 @@ TEST(DiskMap, LineWithoutAHostIsNoDisk) {
 }
 
 TEST(DiskMap, LineMayEndInBlanksAndControlCharacters) {
-  auto table = mapped_from("/dev/sda: scsi0 \t\r\n/dev/sdb: scsi1");
+  const auto table = mapped_from("/dev/sda: scsi0 \t\r\n/dev/sdb: scsi1");
   EXPECT_STREQ(table->hd_device[0], "sda");
   EXPECT_STREQ(table->hd_device[1], "sdb");
 }
 
 TEST(DiskMap, CommandThatIsMissingGivesNoDisk) {
   Appliance{}.disk("sda", "scsi0", "WD-A").no_command("sg_scan");
-  auto table = mapped();
+  const auto table = mapped();
   EXPECT_EQ(table->hd_count, 0);
   EXPECT_EQ(table->hd_present[0], 0);
 }
@@ -127,7 +126,7 @@ TEST(DiskMap, DriverIsAskedWhenTheRequestCompletesBadly) {
 
 TEST(DiskMap, DriverIsAskedForThatBayWhenTheSerialIsBlank) {
   Appliance{}.disk("sdb", "scsi1", "").driver_serial(0, "WRONG").driver_serial(1, "            2-REVIRD");
-  auto table = mapped();
+  const auto table = mapped();
   EXPECT_STREQ(table->disk_serial[0], "");
   EXPECT_STREQ(table->disk_serial[1], "DRIVER-2");
 }
@@ -151,7 +150,7 @@ TEST(DiskMap, DriverIsNotAskedWhenTheRequestFails) {
 
 TEST(DiskMap, LongDeviceNameStaysInItsField) {
   const std::string name(480, 'd');
-  auto table = mapped_from("/dev/" + name + ": scsi0\n/dev/" + std::string(600, 'e') + ": scsi1\n");
+  const auto table = mapped_from("/dev/" + name + ": scsi0\n/dev/" + std::string(600, 'e') + ": scsi1\n");
   EXPECT_EQ(table->hd_device[0], name);
   EXPECT_STREQ(table->disk_serial[0], "cant_get_serial_number");
   EXPECT_STREQ(table->hd_device[1], "") << "the device's name lies in the piece before";
@@ -181,7 +180,7 @@ TEST(DiskMap, TraceIsPrintedWithoutDisksToo) {
 
 TEST(DiskMap, NothingIsPrintedUnlessTheFlagIsExactlyOne) {
   Appliance::single_disks();
-  for (int flag : {0, 2, -1}) {
+  for (const int flag : {0, 2, -1}) {
     SCOPED_TRACE(flag);
     smb_dbg_flag = flag;
     EXPECT_EQ(output_of([] { mapped(); }), "");
@@ -193,3 +192,6 @@ TEST(DiskMap, MissingTableRunsNothing) {
   EXPECT_EQ(get_scsi_map(nullptr), -1);
   EXPECT_EQ(transcript(), "");
 }
+
+} // namespace
+} // namespace nasshare::tests

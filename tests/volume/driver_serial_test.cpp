@@ -1,13 +1,13 @@
-/* A disk's serial number from the appliance's own driver: 20 characters, last one first. */
+// A disk's serial number from the appliance's own driver: 20 characters, last one first.
 #include "../support/descriptor_limit.h"
 #include "appliance.h"
 #include "volume_table.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <array>
+#include <gtest/gtest.h>
 
+namespace nasshare::tests {
 namespace {
 
 using Field = std::array<char, 512>;
@@ -17,8 +17,6 @@ std::string serial_of(int bay) {
   get_serial_number2(serial.data(), bay);
   return serial.data();
 }
-
-} // namespace
 
 TEST(DriverSerial, RequestCarriesTheCommandAndTheBay) {
   serial_of(0);
@@ -81,11 +79,15 @@ TEST(DriverSerial, DestinationIsLeftAloneWhereNoSocketCanBeMade) {
 TEST(DriverSerial, SocketIsClosed) {
   Appliance{}.driver_serial(0, "                 ORE");
   const DescriptorLimit few(4);
-  for (int i = 0; i < 8; ++i)
+  for (int i = 0; i < 8; ++i) {
     EXPECT_EQ(serial_of(0), "ERO");
+  }
 }
 
 TEST(DriverSerial, MissingDestinationAsksNothing) {
   get_serial_number2(nullptr, 0);
   EXPECT_EQ(kernel_requests(), "");
 }
+
+} // namespace
+} // namespace nasshare::tests

@@ -1,14 +1,14 @@
-/* What /proc/mdstat says of an array: its kind, and the disk on which the volume lives. */
+// What /proc/mdstat says of an array: its kind, and the disk on which the volume lives.
 #include "appliance.h"
 #include "volume_table.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 
-#include <algorithm>
-
+namespace nasshare::tests {
 namespace {
 
-/* Two disks with their hidden partitions mounted, as the disk map leaves them. */
+// Two disks with their hidden partitions mounted, as the disk map leaves them.
 VolumeTable two_disks() {
   Appliance{}.mtab("/dev/sda4 /mnt/HD_a4 ext3 rw 0 0\n/dev/sdb4 /mnt/HD_b4 ext3 rw 0 0\n");
   auto table = empty_table();
@@ -25,7 +25,7 @@ struct Found {
   bool operator==(const Found &) const = default;
 };
 
-/* What is found for volume 0; 7 and -1 stand for "left as it was". */
+// What is found for volume 0; 7 and -1 stand for "left as it was".
 Found found(const VolumeTable &table, const std::string &mdstat, const char *md_name) {
   Appliance{}.mdstat(mdstat);
   table->vol_raid_type[0] = 7;
@@ -33,8 +33,6 @@ Found found(const VolumeTable &table, const std::string &mdstat, const char *md_
   parse_raid_info(table.get(), 0, md_name);
   return {table->vol_raid_type[0], table->vol_hd[0]};
 }
-
-} // namespace
 
 TEST(Mdstat, LineTellsTheKindOfArray) {
   const struct {
@@ -61,7 +59,7 @@ TEST(Mdstat, LineTellsTheKindOfArray) {
       {"md127 : active raid1 sdb2[1] sda2[0]", "md1", 4},
       {"md2 : active raid1 sdb2[1] sda2[0]", "md1", 7},
   };
-  auto table = two_disks();
+  const auto table = two_disks();
   for (const auto &row : rows) {
     SCOPED_TRACE(std::string(row.line) + " for " + row.md_name);
     EXPECT_EQ(found(table, std::string(row.line) + "\n", row.md_name).kind, row.kind);
@@ -69,18 +67,18 @@ TEST(Mdstat, LineTellsTheKindOfArray) {
 }
 
 TEST(Mdstat, LastLineThatNamesTheArrayWins) {
-  auto table = two_disks();
+  const auto table = two_disks();
   EXPECT_EQ(found(table, "md1 : active raid1 sda2[0]\nmd3 : active raid0 md2[1] md1[0]\n", "md1").kind, 3);
   EXPECT_EQ(found(table, "md3 : active raid0 md2[1] md1[0]\nmd1 : active raid1 sda2[0]\n", "md1").kind, 4);
 }
 
 TEST(Mdstat, LineWithoutAKnownLevelLeavesTheKindOfTheLineBefore) {
-  auto table = two_disks();
+  const auto table = two_disks();
   EXPECT_EQ(found(table, "md1 : active raid1 sda2[0]\nmd12 : inactive sdb2[0]\n", "md1"), (Found{4, 1}));
 }
 
 TEST(Mdstat, LevelsOfOtherLinesDoNotCount) {
-  auto table = two_disks();
+  const auto table = two_disks();
   EXPECT_EQ(found(table,
                   "Personalities : [linear] [raid0] [raid1] [raid5]\n"
                   "md2 : active linear sda2[0]\n"
@@ -92,20 +90,20 @@ TEST(Mdstat, LevelsOfOtherLinesDoNotCount) {
 }
 
 TEST(Mdstat, NoLineOfTheArrayLeavesEverything) {
-  auto table = two_disks();
+  const auto table = two_disks();
   EXPECT_EQ(found(table, "Personalities : [raid1]\nunused devices: <none>\n", "md1"), (Found{7, -1}));
   EXPECT_EQ(found(table, "", "md1"), (Found{7, -1}));
 }
 
 TEST(Mdstat, VolumeLivesOnTheFirstDiskOfTheLine) {
-  auto table = two_disks();
+  const auto table = two_disks();
   EXPECT_EQ(found(table, "md1 : active raid1 sdb2[1] sda2[0]\n", "md1"), (Found{4, 0}));
   EXPECT_EQ(found(table, "md1 : active raid1 sdb2[1]\n", "md1"), (Found{4, 1}));
   EXPECT_EQ(found(table, "md1 : active raid1 sdc2[1]\n", "md1"), (Found{4, -1}));
 }
 
 TEST(Mdstat, EmptyBayIsPassedOver) {
-  auto table = two_disks();
+  const auto table = two_disks();
   table->hd_present[0] = 0;
   EXPECT_EQ(found(table, "md1 : active raid1 sdb2[1] sda2[0]\n", "md1"), (Found{4, 1}));
   table->hd_present[1] = 0;
@@ -113,7 +111,7 @@ TEST(Mdstat, EmptyBayIsPassedOver) {
 }
 
 TEST(Mdstat, DiskWithoutItsHiddenPartitionIsPassedOver) {
-  auto table = two_disks();
+  const auto table = two_disks();
   Appliance{}.mtab("/dev/sdb4 /mnt/HD_b4 ext3 rw 0 0\n");
   EXPECT_EQ(found(table, "md1 : active raid1 sdb2[1] sda2[0]\n", "md1"), (Found{4, 1}));
   Appliance{}.mtab("");
@@ -121,19 +119,19 @@ TEST(Mdstat, DiskWithoutItsHiddenPartitionIsPassedOver) {
 }
 
 TEST(Mdstat, StripedMirrorsLiveOnTheFirstDiskWithAHiddenPartition) {
-  auto table = two_disks();
+  const auto table = two_disks();
   EXPECT_EQ(found(table, "md3 : active raid0 md2[1] md1[0]\n", "md3"), (Found{6, 0}));
   Appliance{}.mtab("/dev/sdb4 /mnt/HD_b4 ext3 rw 0 0\n");
   EXPECT_EQ(found(table, "md3 : active raid0 md2[1] md1[0]\n", "md3"), (Found{6, 1}));
 }
 
 TEST(Mdstat, PlainStripeOfArraysLivesOnNoDisk) {
-  auto table = two_disks();
+  const auto table = two_disks();
   EXPECT_EQ(found(table, "md4 : active raid0 md2[1] md1[0]\n", "md4"), (Found{3, -1}));
 }
 
 TEST(Mdstat, StripedMirrorsNeedADeviceName) {
-  auto table = two_disks();
+  const auto table = two_disks();
   Appliance{}.mtab("/dev/4 /mnt/HD_a4 ext3 rw 0 0\n/dev/sdb4 /mnt/HD_b4 ext3 rw 0 0\n");
   table->hd_present[0] = 0;
   table->hd_device[0][0] = '\0';
@@ -141,7 +139,7 @@ TEST(Mdstat, StripedMirrorsNeedADeviceName) {
 }
 
 TEST(Mdstat, OnlyTheVolumeAskedForIsSet) {
-  auto table = two_disks();
+  const auto table = two_disks();
   Appliance{}.mdstat("md2 : active raid1 sdb2[1]\n");
   EXPECT_EQ(parse_raid_info(table.get(), 1, "md2"), 0);
   EXPECT_EQ(table->vol_raid_type[0], 0);
@@ -151,7 +149,7 @@ TEST(Mdstat, OnlyTheVolumeAskedForIsSet) {
 }
 
 TEST(Mdstat, MissingFileSetsNothing) {
-  auto table = two_disks();
+  const auto table = two_disks();
   table->vol_raid_type[0] = 7;
   table->vol_hd[0] = 1;
   parse_raid_info(table.get(), 0, "md1");
@@ -160,14 +158,14 @@ TEST(Mdstat, MissingFileSetsNothing) {
 }
 
 TEST(Mdstat, LongLineComesInPiecesOf4095Bytes) {
-  auto table = two_disks();
+  const auto table = two_disks();
   const std::string filler(4095, 'x');
   EXPECT_EQ(found(table, filler + "md1 : active raid1 sdb2[1]\n", "md1"), (Found{4, 1}));
   EXPECT_EQ(found(table, "md1 : active raid1 " + filler + " sdb2[1]\n", "md1"), (Found{4, -1}));
 }
 
 TEST(Mdstat, WrongArgumentsSetNothing) {
-  auto table = two_disks();
+  const auto table = two_disks();
   Appliance{}.mdstat("md1 : active raid1 sdb2[1]\n");
   parse_raid_info(table.get(), 0, nullptr);
   parse_raid_info(table.get(), -1, "md1");
@@ -179,3 +177,6 @@ TEST(Mdstat, WrongArgumentsSetNothing) {
   EXPECT_EQ(table->vol_hd[1], 0);
   EXPECT_STREQ(table->vol_share_name[0], "");
 }
+
+} // namespace
+} // namespace nasshare::tests

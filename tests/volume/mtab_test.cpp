@@ -1,41 +1,40 @@
-/* What /etc/mtab says: data volumes, hidden system partitions, USB disks. */
+// What /etc/mtab says: data volumes, hidden system partitions, USB disks.
 #include "appliance.h"
 #include "nasshare/support.h"
 #include "output.h"
 #include "volume_table.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
+#include <gtest/gtest.h>
 #include <vector>
 
+namespace nasshare::tests {
 namespace {
 
 Appliance one_disk() {
   return Appliance{}.disk("sda", "scsi0", "WD-A");
 }
 
-/* One data volume, and these lines. */
+// One data volume, and these lines.
 std::string volume_and(std::string_view lines) {
   std::string text = "/dev/sda2 /mnt/HD/HD_a2 ext3 rw 0 0\n";
   text += lines;
   return text;
 }
 
-std::vector<int> slots(const int32_t (&marks)[32]) {
+std::vector<int> slots(const std::int32_t (&marks)[32]) {
   std::vector<int> set;
   for (int slot = 0; slot < 32; ++slot) {
-    if (marks[slot] == 1)
+    if (marks[slot] == 1) {
       set.push_back(slot);
+    }
   }
   return set;
 }
 
-} // namespace
-
 TEST(Mtab, DataVolumesAreThePlacesHdA2AndHdB2) {
   one_disk().mtab("/dev/sda2 /mnt/HD/HD_a2 ext3 rw 0 0\n/dev/sdb2 /mnt/HD/HD_b2 ext3 rw 0 0\n");
-  auto table = discovered();
+  const auto table = discovered();
   EXPECT_EQ(table->vol_count, 2);
   EXPECT_EQ(table->vol_present[0], 1);
   EXPECT_EQ(table->vol_present[1], 1);
@@ -45,7 +44,7 @@ TEST(Mtab, DataVolumesAreThePlacesHdA2AndHdB2) {
 
 TEST(Mtab, SecondVolumeStandsAlone) {
   one_disk().mtab("/dev/sda2 /mnt/HD/HD_b2 ext3 rw 0 0\n");
-  auto table = discovered();
+  const auto table = discovered();
   EXPECT_EQ(table->vol_count, 1);
   EXPECT_EQ(table->vol_present[0], 0);
   EXPECT_EQ(table->vol_present[1], 1);
@@ -57,7 +56,7 @@ TEST(Mtab, SecondVolumeStandsAlone) {
 TEST(Mtab, ThirdAndFourthVolumeAreNotUsed) {
   one_disk().mtab(volume_and("/dev/sdc2 /mnt/HD/HD_c2 ext3 rw 0 0\n/dev/sdd2 /mnt/HD/HD_d2 ext3 rw 0 0\n"
                              "/dev/sdc4 /mnt/HD_c4 ext3 rw 0 0\n"));
-  auto table = discovered();
+  const auto table = discovered();
   EXPECT_EQ(table->vol_count, 1);
   EXPECT_EQ(table->vol_hidden[0], 0);
   EXPECT_EQ(table->vol_hidden[1], 0);
@@ -65,14 +64,14 @@ TEST(Mtab, ThirdAndFourthVolumeAreNotUsed) {
 
 TEST(Mtab, HiddenPartitionsAreThePlacesHdA4AndHdB4) {
   one_disk().mtab(volume_and("/dev/sdb4 /mnt/HD_b4 ext3 rw 0 0\n"));
-  auto table = discovered();
+  const auto table = discovered();
   EXPECT_EQ(table->vol_hidden[0], 0);
   EXPECT_EQ(table->vol_hidden[1], 1);
 }
 
 TEST(Mtab, FirstHiddenPartitionIsVolumeOnes) {
   one_disk().mtab("/dev/sda4 /mnt/HD_a4 ext3 rw 0 0\n" + volume_and(""));
-  auto table = discovered();
+  const auto table = discovered();
   EXPECT_EQ(table->vol_hidden[0], 1);
   EXPECT_EQ(table->vol_hidden[1], 0);
 }
@@ -80,7 +79,7 @@ TEST(Mtab, FirstHiddenPartitionIsVolumeOnes) {
 TEST(Mtab, DeviceNamedLikeAVolumeIsNone) {
   one_disk().mtab(volume_and("/mnt/HD/HD_b2 /export none bind 0 0\n/mnt/HD_a4 /export none bind 0 0\n"
                              "/mnt/USB/HD_c1 /export none bind 0 0\n"));
-  auto table = discovered();
+  const auto table = discovered();
   EXPECT_EQ(table->vol_count, 1);
   EXPECT_EQ(table->vol_present[1], 0);
   EXPECT_EQ(table->vol_hidden[0], 0);
@@ -89,7 +88,7 @@ TEST(Mtab, DeviceNamedLikeAVolumeIsNone) {
 
 TEST(Mtab, VolumeMountedTwiceCountsTwiceWithTheLastDevice) {
   one_disk().mtab(volume_and("/dev/sdb2 /mnt/HD/HD_a2 ext3 rw 0 0\n"));
-  auto table = discovered();
+  const auto table = discovered();
   EXPECT_EQ(table->vol_count, 2);
   EXPECT_EQ(table->vol_present[0], 1);
   EXPECT_EQ(table->vol_present[1], 0);
@@ -99,7 +98,7 @@ TEST(Mtab, VolumeMountedTwiceCountsTwiceWithTheLastDevice) {
 TEST(Mtab, LineEndsAndTrailingBlanksDoNotMatter) {
   one_disk().mtab("/dev/sda2 /mnt/HD/HD_a2\r\n/dev/sda4 /mnt/HD_a4 \t\n/dev/sdc1 /mnt/USB/HD_c \r\n"
                   "/dev/sdd1 /mnt/USB/HD_d2");
-  auto table = discovered();
+  const auto table = discovered();
   EXPECT_EQ(table->vol_present[0], 1);
   EXPECT_EQ(table->vol_hidden[0], 1);
   EXPECT_EQ(slots(table->usb_exist), (std::vector<int>{1, 31}));
@@ -108,7 +107,7 @@ TEST(Mtab, LineEndsAndTrailingBlanksDoNotMatter) {
 TEST(Mtab, LongDeviceIsCutToItsField) {
   const std::string device = "/dev/sda2" + std::string(591, 'x');
   one_disk().mtab(device + " /mnt/HD/HD_a2 ext3 rw 0 0\n");
-  auto table = discovered();
+  const auto table = discovered();
   EXPECT_EQ(table->vol_mount_dev[0], device.substr(0, 511));
   EXPECT_STREQ(table->vol_mount_dev[1], "");
   EXPECT_STREQ(table->vol_share_name[1], "");
@@ -118,7 +117,7 @@ TEST(Mtab, LongDeviceIsCutToItsField) {
 TEST(Mtab, LongLineComesInPiecesOf4095Bytes) {
   const std::string filler(4095, 'x');
   one_disk().mtab(filler + volume_and(filler.substr(2) + " /mnt/HD/HD_b2 ext3 rw 0 0\n"));
-  auto table = discovered();
+  const auto table = discovered();
   EXPECT_EQ(table->vol_count, 1) << "the second pattern is cut in two";
   EXPECT_STREQ(table->vol_mount_dev[0], "/dev/sda2");
   EXPECT_EQ(table->vol_present[1], 0);
@@ -138,7 +137,7 @@ TEST(Mtab, UsbFolderTellsTheSlot) {
   for (const auto &row : rows) {
     SCOPED_TRACE(row.folder);
     Appliance{}.mtab(volume_and(std::string("/dev/sdc1 /mnt/USB/") + row.folder + " vfat rw 0 0\n"));
-    auto table = discovered();
+    const auto table = discovered();
     EXPECT_EQ(slots(table->usb_exist), row.slots);
     EXPECT_EQ(slots(table->usb_mark), row.slots);
   }
@@ -147,7 +146,7 @@ TEST(Mtab, UsbFolderTellsTheSlot) {
 TEST(Mtab, UsbFolderOutsideTheSlotsLeavesTheNeighboursAlone) {
   one_disk().mtab(volume_and("/dev/sdc1 /mnt/USB/HD_c0 vfat rw 0 0\n/dev/sdd1 /mnt/USB/HD_c65 vfat rw 0 0\n"
                              "/dev/sde1 /mnt/USB/HD_c-200 vfat rw 0 0\n"));
-  auto table = discovered();
+  const auto table = discovered();
   EXPECT_STREQ(table->other_dev_name, "sda");
   EXPECT_EQ(table->other_dev_present, 1);
   EXPECT_STREQ(table->usb_share_name[0], "");
@@ -183,7 +182,7 @@ TEST(CheckHidden, FindsTheFourthPartitionAnywhereInALine) {
       {"/dev/sda /mnt/4 ext3 rw 0 0\n", 0},
       {"", 0},
   };
-  auto table = empty_table();
+  const auto table = empty_table();
   std::copy_n("sda", 4, table->hd_device[0]);
   for (const auto &row : rows) {
     SCOPED_TRACE(row.mtab);
@@ -194,7 +193,7 @@ TEST(CheckHidden, FindsTheFourthPartitionAnywhereInALine) {
 
 TEST(CheckHidden, AsksForTheDiskOfThatBay) {
   Appliance{}.mtab("/dev/sdb4 /mnt/HD_b4 ext3 rw 0 0\n");
-  auto table = empty_table();
+  const auto table = empty_table();
   std::copy_n("sda", 4, table->hd_device[0]);
   std::copy_n("sdb", 4, table->hd_device[1]);
   EXPECT_EQ(parse_check_hidden(table.get(), 0), 0);
@@ -203,7 +202,7 @@ TEST(CheckHidden, AsksForTheDiskOfThatBay) {
 
 TEST(CheckHidden, AnswersNoWithoutMtab) {
   Appliance{}.remove("/etc/mtab");
-  auto table = empty_table();
+  const auto table = empty_table();
   std::copy_n("sda", 4, table->hd_device[0]);
   EXPECT_EQ(parse_check_hidden(table.get(), 0), 0);
 }
@@ -211,15 +210,18 @@ TEST(CheckHidden, AnswersNoWithoutMtab) {
 TEST(CheckHidden, TakesADeviceNameThatFillsItsField) {
   const std::string device(511, 'd');
   Appliance{}.mtab("/dev/" + device + "4 /mnt/HD_a4 ext3 rw 0 0\n");
-  auto table = empty_table();
+  const auto table = empty_table();
   std::copy_n(device.c_str(), 512, table->hd_device[1]);
   EXPECT_EQ(parse_check_hidden(table.get(), 1), 1);
 }
 
 TEST(CheckHidden, AnswersNoForABayThatDoesNotExist) {
   Appliance{}.mtab("/dev/sda4 /mnt/HD_a4 ext3 rw 0 0\n");
-  auto table = empty_table();
+  const auto table = empty_table();
   EXPECT_EQ(parse_check_hidden(table.get(), -1), 0);
   EXPECT_EQ(parse_check_hidden(table.get(), 2), 0);
   EXPECT_EQ(parse_check_hidden(nullptr, 0), 0);
 }
+
+} // namespace
+} // namespace nasshare::tests

@@ -1,15 +1,15 @@
-/* Discovery on what real machines with two bays were recorded to print. */
+// Discovery on what real machines with two bays were recorded to print.
 #include "appliance.h"
 #include "volume_table.h"
 
 #include <gtest/gtest.h>
-
 #include <ostream>
 #include <string>
 
+namespace nasshare::tests {
 namespace {
 
-/* Both disks, as their IDENTIFY data was recorded, and what the machine's tools and files say. */
+// Both disks, as their IDENTIFY data was recorded, and what the machine's tools and files say.
 void describe(const std::string &mtab, const std::string &mdstat, const std::string &mdadm) {
   Appliance{}
       .raw_disk("sda", "scsi0", "DWT-SEDTSI0K00 1    ")
@@ -35,11 +35,9 @@ std::ostream &operator<<(std::ostream &stream, const Array &array) {
 
 class RecordedArray : public testing::TestWithParam<Array> {};
 
-} // namespace
-
 TEST(RecordedMachine, TwoSingleDisks) {
   describe("mtab-single.txt", "mdstat-raid0.txt", "mdadm-D-single.txt");
-  auto table = discovered();
+  const auto table = discovered();
   EXPECT_EQ(table->hd_count, 2);
   EXPECT_EQ(table->vol_count, 2);
   EXPECT_EQ(table->vol_raid_type[0], 1);
@@ -61,7 +59,7 @@ TEST(RecordedMachine, DiskThatIsNoAtaDiskHasNoSerial) {
       .disk_status("sdc", 2, 0, 8)
       .command("sg_scan", recording("kernel/sg_scan-two-bays-and-usb.txt"))
       .mtab(recording("kernel/mtab-single.txt") + "/dev/sdc1 /mnt/USB/HD_c1 vfat rw,relatime 0 0\n");
-  auto table = discovered();
+  const auto table = discovered();
   EXPECT_EQ(table->hd_count, 2);
   EXPECT_STREQ(table->other_dev_name, "sdc");
   EXPECT_EQ(table->usb_exist[0], 1);
@@ -71,7 +69,7 @@ TEST(RecordedMachine, DiskThatIsNoAtaDiskHasNoSerial) {
 TEST_P(RecordedArray, IsOneVolumeOnTheFirstDisk) {
   const Array &array = GetParam();
   describe(array.mtab, array.mdstat, array.mdadm);
-  auto table = discovered();
+  const auto table = discovered();
   EXPECT_EQ(table->hd_count, 2);
   EXPECT_EQ(table->vol_count, 1);
   EXPECT_EQ(table->vol_present[1], 0);
@@ -87,7 +85,7 @@ TEST_P(RecordedArray, IsOneVolumeOnTheFirstDisk) {
   EXPECT_STREQ(table->disk_serial[1], "WD-TESTDISK0002");
 }
 
-/* An array's mounts look alike whatever its level. */
+// An array's mounts look alike whatever its level.
 INSTANTIATE_TEST_SUITE_P(
     Kernel, RecordedArray,
     testing::Values(Array{"Linear", "mtab-raid1-0.90.txt", "mdstat-linear.txt", "mdadm-D-linear.txt", 2,
@@ -99,3 +97,6 @@ INSTANTIATE_TEST_SUITE_P(
                     Array{"Mirror12", "mtab-raid1-0.90.txt", "mdstat-raid1-1.2.txt", "mdadm-D-raid1-1.2.txt",
                           4, "469814fc:3cbe35e0:816b5ad0:a04302e2"}),
     [](const auto &array) { return std::string(array.param.name); });
+
+} // namespace
+} // namespace nasshare::tests

@@ -1,4 +1,4 @@
-/* The share names of volumes and USB slots, as /etc/shared_name gives them. */
+// The share names of volumes and USB slots, as /etc/shared_name gives them.
 #include "../support/unopenable.h"
 #include "appliance.h"
 #include "nasshare/support.h"
@@ -6,10 +6,10 @@
 #include "volume_table.h"
 
 #include <gtest/gtest.h>
-
 #include <string>
 #include <vector>
 
+namespace nasshare::tests {
 namespace {
 
 VolumeTable named() {
@@ -27,24 +27,23 @@ std::string usb_name(int slot, std::string_view name, std::string_view folder) {
   return std::to_string(slot).append(" ").append(name).append(" = ").append(folder);
 }
 
-/* The slots that have a name or a folder, such as "0 USBDisk1_1 = HD_c1". */
+// The slots that have a name or a folder, such as "0 USBDisk1_1 = HD_c1".
 std::vector<std::string> usb_names(const VolumeTable &table) {
   std::vector<std::string> names;
   for (int slot = 0; slot < 32; ++slot) {
     const std::string name = table->usb_share_name[slot];
     const std::string folder = table->usb_mount_name[slot];
-    if (!name.empty() || !folder.empty())
+    if (!name.empty() || !folder.empty()) {
       names.push_back(usb_name(slot, name, folder));
+    }
   }
   return names;
 }
 
 using Names = std::vector<std::string>;
 
-} // namespace
-
 TEST(ShareNames, WithoutAFileTheyAreTheDefaults) {
-  auto table = named();
+  const auto table = named();
   EXPECT_STREQ(table->vol_share_name[0], "Volume_1");
   EXPECT_STREQ(table->vol_share_name[1], "Volume_2");
   Names expected;
@@ -57,14 +56,14 @@ TEST(ShareNames, WithoutAFileTheyAreTheDefaults) {
 }
 
 TEST(ShareNames, VolumesAreNamedByTheirFolder) {
-  auto table = named_by("Films = HD_b2\nMusic = HD_a2\n");
+  const auto table = named_by("Films = HD_b2\nMusic = HD_a2\n");
   EXPECT_STREQ(table->vol_share_name[0], "Music");
   EXPECT_STREQ(table->vol_share_name[1], "Films");
   EXPECT_EQ(usb_names(table), Names{}) << "the defaults of the USB slots are for a missing file only";
 }
 
 TEST(ShareNames, OneNamedVolumeLeavesTheOtherEmpty) {
-  auto table = named_by("Media = HD_b2\n");
+  const auto table = named_by("Media = HD_b2\n");
   EXPECT_STREQ(table->vol_share_name[0], "");
   EXPECT_STREQ(table->vol_share_name[1], "Media");
 }
@@ -72,7 +71,7 @@ TEST(ShareNames, OneNamedVolumeLeavesTheOtherEmpty) {
 TEST(ShareNames, NoNamedVolumeGivesBothDefaults) {
   for (const char *text : {"", "\n", "Data = HD_c2\n", "USBDisk1_1 = HD_c1\n"}) {
     SCOPED_TRACE(text);
-    auto table = named_by(text);
+    const auto table = named_by(text);
     EXPECT_STREQ(table->vol_share_name[0], "Volume_1");
     EXPECT_STREQ(table->vol_share_name[1], "Volume_2");
   }
@@ -94,7 +93,7 @@ TEST(ShareNames, VolumeLineGivesItsFirstWord) {
   };
   for (const auto &row : rows) {
     SCOPED_TRACE(row.line);
-    auto table = named_by(std::string(row.line) + "\n");
+    const auto table = named_by(std::string(row.line) + "\n");
     EXPECT_STREQ(table->vol_share_name[0], row.first);
     EXPECT_STREQ(table->vol_share_name[1], row.second);
   }
@@ -141,7 +140,7 @@ TEST(ShareNames, UsbLineGoesToTheSlotOfItsFolder) {
 }
 
 TEST(ShareNames, VolumeLineThatSaysUsbIsAUsbLine) {
-  auto table = named_by("USBBackup = HD_a2\nMedia = HD_b2\n");
+  const auto table = named_by("USBBackup = HD_a2\nMedia = HD_b2\n");
   EXPECT_STREQ(table->vol_share_name[0], "");
   EXPECT_STREQ(table->vol_share_name[1], "Media");
   EXPECT_EQ(usb_names(table), Names{"1 USBBackup = HD_a2"});
@@ -153,7 +152,7 @@ TEST(ShareNames, UsbFolderAloneMakesAUsbLine) {
 }
 
 TEST(ShareNames, LongVolumeNameIsCutToItsField) {
-  auto table = named_by(std::string(600, 'm') + " = HD_a2\n");
+  const auto table = named_by(std::string(600, 'm') + " = HD_a2\n");
   EXPECT_EQ(table->vol_share_name[0], std::string(511, 'm'));
   EXPECT_STREQ(table->vol_share_name[1], "");
 }
@@ -161,22 +160,22 @@ TEST(ShareNames, LongVolumeNameIsCutToItsField) {
 TEST(ShareNames, LongUsbNameAndFolderAreCutTo63Bytes) {
   const std::string name = "USB" + std::string(600, 'n');
   const std::string folder = "HD_c7" + std::string(600, 'f');
-  auto table = named_by(name + " = " + folder + "\n");
+  const auto table = named_by(name + " = " + folder + "\n");
   EXPECT_EQ(usb_names(table), Names{"6 " + name.substr(0, 63) + " = " + folder.substr(0, 63)});
 }
 
 TEST(ShareNames, LongLineComesInPiecesOf4095Bytes) {
-  auto table = named_by(std::string(4095, 'x') + "Music = HD_a2\nFilms = HD_b2\n");
+  const auto table = named_by(std::string(4095, 'x') + "Music = HD_a2\nFilms = HD_b2\n");
   EXPECT_STREQ(table->vol_share_name[0], "Music");
   EXPECT_STREQ(table->vol_share_name[1], "Films");
 }
 
 TEST(ShareNames, ListingNamesVolumesAndMountedSlots) {
   Appliance{}.shared_name("Music = HD_a2\nUSBDisk1_3 = HD_c3\nUSBDisk1_4 = HD_c4\n");
-  auto table = empty_table();
+  const auto table = empty_table();
   table->usb_exist[2] = table->usb_exist[31] = 1;
   const std::string listing = "share name HD_a2=[Music]\nshare name HD_b2=[]\ni=2, [HD_c3]\ni=31, []\n";
-  for (int flag : {1, 2}) {
+  for (const int flag : {1, 2}) {
     smb_dbg_flag = flag;
     EXPECT_EQ(output_of([&] { get_HD_share_name(table.get()); }), listing);
   }
@@ -197,7 +196,7 @@ TEST(ShareNames, DefaultsOfAMissingFileAreNotListed) {
 
 TEST(ShareNames, FileThatCannotBeOpenedGivesNoNames) {
   make_unopenable("/etc/shared_name");
-  auto table = named();
+  const auto table = named();
   EXPECT_STREQ(table->vol_share_name[0], "");
   EXPECT_STREQ(table->vol_share_name[1], "");
   EXPECT_EQ(usb_names(table), Names{});
@@ -205,7 +204,7 @@ TEST(ShareNames, FileThatCannotBeOpenedGivesNoNames) {
 
 TEST(ShareNames, FileThatCannotBeOpenedIsReportedAsMissing) {
   make_unopenable("/etc/shared_name");
-  for (int flag : {1, 2}) {
+  for (const int flag : {1, 2}) {
     smb_dbg_flag = flag;
     EXPECT_EQ(output_of([] { named(); }), "Not found /etc/shared_name file!\n");
   }
@@ -218,3 +217,6 @@ TEST(ShareNames, MissingTableIsLeftAlone) {
   smb_dbg_flag = 1;
   EXPECT_EQ(output_of([] { get_HD_share_name(nullptr); }), "");
 }
+
+} // namespace
+} // namespace nasshare::tests

@@ -1,10 +1,11 @@
-/* A volume table of its own for each test, empty or after discovery. */
-#ifndef NASSHARE_TESTS_VOLUME_TABLE_H
-#define NASSHARE_TESTS_VOLUME_TABLE_H
+// A volume table of its own for each test, empty or after discovery.
+#pragma once
 
 #include "nasshare/volume.h"
 
 #include <memory>
+
+namespace nasshare::tests {
 
 using VolumeTable = std::unique_ptr<smb_catalogue>;
 
@@ -18,4 +19,4 @@ inline VolumeTable discovered() {
   return table;
 }
 
-#endif
+} // namespace nasshare::tests
