@@ -1,3 +1,4 @@
+// The appliance: its disks, volumes, files and accounts.
 #include "appliance.h"
 
 #include "files.h"
@@ -17,14 +18,6 @@ std::string description(const std::string &disk) {
   return described("disks/" + disk);
 }
 
-std::string joined(const std::vector<std::string> &words, char between) {
-  std::string text;
-  for (const std::string &word : words) {
-    text += (text.empty() ? "" : std::string(1, between)) + word;
-  }
-  return text;
-}
-
 std::string hexadecimal(const std::string &bytes) {
   static constexpr std::string_view digits = "0123456789abcdef";
   std::string text;
@@ -40,6 +33,14 @@ void describe_disk(const std::string &name, const std::string &lines) {
   files::write(description(name), lines);
 }
 
+Appliance two_disks() {
+  return Appliance{}
+      .disk("sda", "scsi0", "WD-TESTDISK0001")
+      .disk("sdb", "scsi1", "WD-TESTDISK0002")
+      .hidden("/dev/sda4", "/mnt/HD_a4")
+      .hidden("/dev/sdb4", "/mnt/HD_b4");
+}
+
 } // namespace
 
 Appliance::Appliance() {
@@ -49,21 +50,11 @@ Appliance::Appliance() {
 }
 
 Appliance Appliance::single_disks() {
-  return Appliance{}
-      .disk("sda", "scsi0", "WD-TESTDISK0001")
-      .disk("sdb", "scsi1", "WD-TESTDISK0002")
-      .hidden("/dev/sda4", "/mnt/HD_a4")
-      .hidden("/dev/sdb4", "/mnt/HD_b4")
-      .mount("/dev/sda2", "/mnt/HD/HD_a2")
-      .mount("/dev/sdb2", "/mnt/HD/HD_b2");
+  return two_disks().mount("/dev/sda2", "/mnt/HD/HD_a2").mount("/dev/sdb2", "/mnt/HD/HD_b2");
 }
 
 Appliance Appliance::mirror() {
-  return Appliance{}
-      .disk("sda", "scsi0", "WD-TESTDISK0001")
-      .disk("sdb", "scsi1", "WD-TESTDISK0002")
-      .hidden("/dev/sda4", "/mnt/HD_a4")
-      .hidden("/dev/sdb4", "/mnt/HD_b4")
+  return two_disks()
       .array("md1", "raid1", "7cc3a0e9:85fa470b:aecd3d11:561a7e11", {"sda2", "sdb2"})
       .mount("/dev/md1", "/mnt/HD/HD_a2");
 }
@@ -162,6 +153,14 @@ Appliance &Appliance::ads_shares(const std::string &hidden_folder, std::string_v
   return file(hidden_folder + "/.systemfile/.smb_ads.xml", text);
 }
 
+Appliance &Appliance::shares(std::string_view text) {
+  return shares("/mnt/HD_a4", text).shares("/mnt/HD_b4", text);
+}
+
+Appliance &Appliance::ads_shares(std::string_view text) {
+  return ads_shares("/mnt/HD_a4", text).ads_shares("/mnt/HD_b4", text);
+}
+
 Appliance &Appliance::exports(std::string_view text) {
   return file("/etc/exports", text);
 }
@@ -178,7 +177,7 @@ Appliance &Appliance::user(const std::string &name, uid_t uid, gid_t gid) {
 }
 
 Appliance &Appliance::group(const std::string &name, gid_t gid, const std::vector<std::string> &members) {
-  files::append("/etc/group", name + ":x:" + std::to_string(gid) + ":" + joined(members, ',') + "\n");
+  files::append("/etc/group", name + ":x:" + std::to_string(gid) + ":" + joined(members, ",") + "\n");
   return *this;
 }
 

@@ -10,6 +10,8 @@
 // arrays, configuration, /etc/exports and /etc/shared_name. smb, smbcom and smbcv are stand-ins that succeed.
 #pragma once
 
+#include "text.h"
+
 #include <string>
 #include <string_view>
 #include <sys/types.h>
@@ -65,6 +67,9 @@ public:
   // The share XML of the hidden system partition: ".systemfile/.smb.xml", ".systemfile/.smb_ads.xml".
   Appliance &shares(const std::string &hidden_folder, std::string_view text);
   Appliance &ads_shares(const std::string &hidden_folder, std::string_view text);
+  // The same on both, /mnt/HD_a4 and /mnt/HD_b4.
+  Appliance &shares(std::string_view text);
+  Appliance &ads_shares(std::string_view text);
   Appliance &exports(std::string_view text);
   Appliance &shared_name(std::string_view text);
 
@@ -105,7 +110,10 @@ std::string read_file(const std::string &path); // throws when it cannot be read
 bool exists(const std::string &path);
 mode_t mode(const std::string &path); // the permission bits
 uid_t owner(const std::string &path);
-std::vector<std::string> names_in(const std::string &folder); // sorted, hidden ones too
+ino_t inode(const std::string &path);
+Names names_in(const std::string &folder); // sorted, hidden ones too
+// What the configuration database says, read by the platform.
+std::string stored_value(const std::string &key);
 // A file of tests/recordings, such as "kernel/mdstat-raid1-0.90.txt".
 std::string recording(const std::string &name);
 

@@ -1,6 +1,7 @@
 // Stand-in commands, which come first on PATH and write the transcript.
 #include "appliance.h"
 #include "files.h"
+#include "text.h"
 
 #include <cstdlib>
 #include <filesystem>
@@ -27,17 +28,10 @@ std::string answer(const std::string &name, const std::string &stream) {
 
 std::vector<std::string> search_path() {
   const char *variable = std::getenv("PATH");
-  const std::string path = variable != nullptr ? variable : "";
-  std::vector<std::string> folders;
-  for (std::size_t start = 0; start < path.size();) {
-    const std::size_t end = std::min(path.find(':', start), path.size());
-    folders.push_back(path.substr(start, end - start));
-    start = end + 1;
-  }
-  return folders;
+  return pieces_of(variable != nullptr ? variable : "", ':');
 }
 
-bool has(const std::string &folder, const std::string &name) {
+bool has_program(const std::string &folder, const std::string &name) {
   return ::access((folder + "/" + name).c_str(), X_OK) == 0;
 }
 
@@ -84,7 +78,7 @@ Appliance &Appliance::script(const std::string &name, std::string_view body) {
 
 Appliance &Appliance::logged(const std::string &name) {
   for (const std::string &folder : search_path()) {
-    if (folder != stand_ins && has(folder, name)) {
+    if (folder != stand_ins && has_program(folder, name)) {
       return script(name, "exec '" + (fs::path(folder) / name).string() + "' \"$@\"");
     }
   }
@@ -93,11 +87,13 @@ Appliance &Appliance::logged(const std::string &name) {
 
 Appliance &Appliance::no_command(const std::string &name) {
   files::remove(stand_in(name));
-  std::string path;
-  for (const std::string &folder : search_path()) {
-    path += (path.empty() ? "" : ":") + (has(folder, name) ? folder_without(folder, name) : folder);
+  std::vector<std::string> folders = search_path();
+  for (std::string &folder : folders) {
+    if (has_program(folder, name)) {
+      folder = folder_without(folder, name);
+    }
   }
-  files::require(::setenv("PATH", path.c_str(), 1) == 0, "PATH");
+  files::require(::setenv("PATH", joined(folders, ":").c_str(), 1) == 0, "PATH");
   return *this;
 }
 

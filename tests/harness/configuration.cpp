@@ -1,7 +1,11 @@
-// Appliance::config: the key's path as nested elements of /etc/NAS_CFG/config.xml.
+// The configuration database: a key's path as nested elements of /etc/NAS_CFG/config.xml.
 #include "appliance.h"
 #include "files.h"
+#include "nasshare/platform.h"
+#include "paths.h"
+#include "text.h"
 
+#include <array>
 #include <libxml/parser.h>
 #include <libxml/tree.h>
 #include <memory>
@@ -9,8 +13,6 @@
 namespace nasshare::tests {
 
 namespace {
-
-constexpr const char *database = "/etc/NAS_CFG/config.xml";
 
 struct FreeDocument {
   void operator()(xmlDoc *document) const { xmlFreeDoc(document); }
@@ -22,8 +24,8 @@ const xmlChar *xml(const std::string &text) {
 }
 
 Document stored_or_empty() {
-  if (exists(database)) {
-    if (Document document(xmlReadFile(database, nullptr, XML_PARSE_NOBLANKS)); document != nullptr) {
+  if (exists(config_database)) {
+    if (Document document(xmlReadFile(config_database, nullptr, XML_PARSE_NOBLANKS)); document != nullptr) {
       return document;
     }
   }
@@ -46,16 +48,20 @@ xmlNode *child(xmlNode *parent, const std::string &name) {
 Appliance &Appliance::config(const std::string &key, const std::string &value) {
   const Document document = stored_or_empty();
   xmlNode *node = xmlDocGetRootElement(document.get());
-  for (std::size_t start = 1; start <= key.size();) {
-    const std::size_t end = std::min(key.find('/', start), key.size());
-    node = child(node, key.substr(start, end - start));
-    start = end + 1;
+  for (const std::string &name : pieces_of(std::string_view(key).substr(1), '/')) {
+    node = child(node, name);
   }
   xmlNodeSetContent(node, nullptr);
   xmlNodeAddContent(node, xml(value));
-  files::make_folder_above(database);
-  files::require(xmlSaveFormatFileEnc(database, document.get(), "UTF-8", 1) > 0, database);
+  files::make_folder_above(config_database);
+  files::require(xmlSaveFormatFileEnc(config_database, document.get(), "UTF-8", 1) > 0, config_database);
   return *this;
+}
+
+std::string stored_value(const std::string &key) {
+  std::array<char, 512> value{};
+  xml_get_str(key.c_str(), value.size(), value.data());
+  return value.data();
 }
 
 } // namespace nasshare::tests

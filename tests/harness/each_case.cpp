@@ -1,3 +1,4 @@
+// Each case in a machine of its own.
 #include "each_case.h"
 
 #include "files.h"

@@ -1,10 +1,10 @@
+// Files and their properties.
 #include "files.h"
 
 #include "appliance.h"
 
 #include <algorithm>
 #include <cerrno>
-#include <chrono>
 #include <fcntl.h>
 #include <filesystem>
 #include <spawn.h>
@@ -12,14 +12,11 @@
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <system_error>
-#include <thread>
 #include <unistd.h>
 
 namespace nasshare::tests {
 
 namespace {
-
-constexpr std::size_t longest_process_name = 15;
 
 struct stat status_of(const std::string &path) {
   struct stat status = {};
@@ -91,22 +88,6 @@ void run(const std::vector<std::string> &words) {
   }
 }
 
-pid_t start(const std::string &file, const std::vector<std::string> &words) {
-  const std::vector<char *> arguments = arguments_of(words);
-  pid_t child = 0;
-  errno = ::posix_spawn(&child, file.c_str(), nullptr, nullptr, arguments.data(), environ);
-  require(errno == 0, file);
-  const std::string name = std::filesystem::path(file).filename().string().substr(0, longest_process_name);
-  const std::string name_file = "/proc/" + std::to_string(child) + "/comm";
-  for (int tries = 0; tries < 2000; ++tries) {
-    if (read_file(name_file) == name + "\n") {
-      return child;
-    }
-    std::this_thread::sleep_for(std::chrono::milliseconds(5));
-  }
-  throw std::runtime_error(file + " does not run");
-}
-
 } // namespace files
 
 std::string read_file(const std::string &path) {
@@ -136,12 +117,16 @@ uid_t owner(const std::string &path) {
   return status_of(path).st_uid;
 }
 
-std::vector<std::string> names_in(const std::string &folder) {
-  std::vector<std::string> names;
+ino_t inode(const std::string &path) {
+  return status_of(path).st_ino;
+}
+
+Names names_in(const std::string &folder) {
+  Names names;
   for (const auto &entry : std::filesystem::directory_iterator(folder)) {
     names.push_back(entry.path().filename());
   }
-  std::sort(names.begin(), names.end());
+  std::ranges::sort(names);
   return names;
 }
 

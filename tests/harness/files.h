@@ -22,8 +22,4 @@ std::vector<char *> arguments_of(const std::vector<std::string> &words);
 // Runs a program, found on PATH, that has to succeed.
 void run(const std::vector<std::string> &words);
 
-// Starts a program, which bears its file's name as soon as this returns. An emulated processor's posix_spawn
-// may return before the program runs.
-pid_t start(const std::string &file, const std::vector<std::string> &words);
-
 } // namespace nasshare::tests::files

@@ -1,3 +1,4 @@
+// Catching output, and running functions and programs in processes of their own.
 #include "output.h"
 
 #include "files.h"
@@ -116,6 +117,13 @@ Ended run_program(const std::vector<std::string> &words) {
     const std::vector<char *> arguments = files::arguments_of(words);
     ::execvp(arguments[0], arguments.data());
     std::perror(arguments[0]);
+    ::_exit(127);
+  });
+}
+
+Ended shell(const std::string &line) {
+  return run_to_exit([&line] {
+    ::execl("/bin/sh", "sh", "-c", line.c_str(), nullptr);
     ::_exit(127);
   });
 }

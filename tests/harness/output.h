@@ -49,4 +49,7 @@ Ended run_to_exit(const std::function<void()> &function);
 // Runs a program, found on PATH, with the kernel's stand-ins loaded.
 Ended run_program(const std::vector<std::string> &words);
 
+// Runs a line of the shell's language.
+Ended shell(const std::string &line);
+
 } // namespace nasshare::tests

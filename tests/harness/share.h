@@ -1,7 +1,7 @@
 // Share records and share XML files for tests:
 //
 //   smb_share record = Share{"Music"}.path("/mnt/HD/HD_a2/music").write("#alice#").on_disk("WD-1");
-//   Appliance{}.shares("/mnt/HD_a4", share_xml({Share{"Music"}, Share{"Docs"}}));
+//   Appliance{}.shares(share_xml({Share{"Music"}, Share{"Docs"}}));
 #pragma once
 
 #include "nasshare/catalogue.h"
@@ -17,6 +17,7 @@ class Share {
 public:
   // A zero-filled record of that name.
   explicit Share(std::string_view name);
+  explicit Share(const smb_share &record);
   Share(const Share &other);
   Share &operator=(const Share &other) = delete;
   ~Share() = default;
@@ -31,7 +32,7 @@ public:
   Share &write(std::string_view list);
   Share &deny(std::string_view list);
   Share &valid(std::string_view list);
-  Share &everyone(); // write list "#nobody#,#@allaccount#"
+  Share &everyone(); // as its write list
   Share &recycle(int enable, int tree = 0);
   Share &on_disk(std::string_view serial);          // volume_raid 1 and hd_serial
   Share &on_array(int type, std::string_view uuid); // volume_raid and hd_serial "UUID=..."
@@ -46,9 +47,16 @@ private:
   std::unique_ptr<smb_share> record_;
 };
 
-// One item element, indented as it stands in the file.
-std::string share_item(const smb_share &record);
+// As a file of Appliance::single_disks() holds a share that lies in the root of that volume, 0 or 1; no
+// lists.
+Share stored_share(const std::string &name, int volume = 0);
+
 // The whole share XML file with these shares, as the library stores it.
 std::string share_xml(const std::vector<Share> &shares);
+// The share XML of both hidden system partitions has that text.
+void expect_on_both_volumes(const std::string &text);
+
+// How List_Smb_Node prints a list of these records.
+std::string share_listing(const std::vector<Share> &shares);
 
 } // namespace nasshare::tests
