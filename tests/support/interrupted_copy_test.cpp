@@ -13,6 +13,7 @@
 #include <sys/time.h>
 #include <thread>
 #include <unistd.h>
+#include <utility>
 
 namespace nasshare::tests {
 namespace {

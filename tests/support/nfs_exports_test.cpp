@@ -1,5 +1,6 @@
 // Whether /etc/exports names a path.
 #include "appliance.h"
+#include "debug_output.h"
 #include "nasshare/support.h"
 #include "output.h"
 #include "unopenable.h"
@@ -83,11 +84,10 @@ TEST(NfsExports, LongestPathIsFoundWhole) {
 
 TEST(NfsExports, FlagOneTracesEachComparisonUpToTheMatch) {
   Appliance{}.exports("\"/mnt/A\" *\n\"/mnt/B\" *\n\"/mnt/C\" *\n");
-  smb_dbg_flag = 1;
-  EXPECT_EQ(output_of([] { check_nfs_share("/mnt/B"); }), "get_nfs_path---->[/mnt/A]\n"
-                                                          "compare path---->[/mnt/B]\n"
-                                                          "get_nfs_path---->[/mnt/B]\n"
-                                                          "compare path---->[/mnt/B]\n");
+  expect_trace([] { check_nfs_share("/mnt/B"); }, "get_nfs_path---->[/mnt/A]\n"
+                                                  "compare path---->[/mnt/B]\n"
+                                                  "get_nfs_path---->[/mnt/B]\n"
+                                                  "compare path---->[/mnt/B]\n");
 }
 
 TEST(NfsExports, NothingIsPrintedUnlessTheFlagIsExactlyOne) {
@@ -100,14 +100,12 @@ TEST(NfsExports, NothingIsPrintedUnlessTheFlagIsExactlyOne) {
 }
 
 TEST(NfsExports, MissingFileExportsNothing) {
-  smb_dbg_flag = 1;
-  EXPECT_EQ(output_of([] { EXPECT_EQ(check_nfs_share(p2p), 0); }), "");
+  expect_silence([] { EXPECT_EQ(check_nfs_share(p2p), 0); });
 }
 
 TEST(NfsExports, FileThatCannotBeOpenedExportsNothing) {
   make_unopenable("/etc/exports");
-  smb_dbg_flag = 1;
-  EXPECT_EQ(output_of([] { EXPECT_EQ(check_nfs_share(p2p), 0); }), "");
+  expect_silence([] { EXPECT_EQ(check_nfs_share(p2p), 0); });
 }
 
 TEST(NfsExports, MissingPathIsNotExported) {

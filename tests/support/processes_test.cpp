@@ -1,52 +1,25 @@
 // Counting running processes by their command name.
 #include "appliance.h"
-#include "descriptor_limit.h"
+#include "debug_output.h"
 #include "files.h"
 #include "nasshare/support.h"
 #include "output.h"
+#include "running_program.h"
+#include "unopenable.h"
 
-#include <csignal>
 #include <gtest/gtest.h>
 #include <string>
+#include <string_view>
 #include <sys/mount.h>
 #include <sys/prctl.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace nasshare::tests {
 namespace {
 
-// A process of that command name, ended with this object.
-class Process {
-public:
-  explicit Process(const char *name) {
-    int named[2];
-    files::require(::pipe(named) == 0, "pipe");
-    child_ = ::fork();
-    if (child_ == 0) {
-      ::prctl(PR_SET_NAME, name);
-      ::close(named[1]);
-      ::close(named[0]);
-      for (;;) {
-        ::pause();
-      }
-    }
-    ::close(named[1]);
-    char byte = 0;
-    const ssize_t end = ::read(named[0], &byte, 1);
-    files::require(child_ > 0 && end == 0, name);
-    ::close(named[0]);
-  }
-  ~Process() {
-    ::kill(child_, SIGKILL);
-    ::waitpid(child_, nullptr, 0);
-  }
-  Process(const Process &) = delete;
-  Process &operator=(const Process &) = delete;
-
-private:
-  pid_t child_ = 0;
-};
+// A process of that command name.
+RunningProgram process(const std::string &name) {
+  return waiting_program("/tmp/" + name);
+}
 
 // A /proc with exactly the files that a test puts there.
 class MadeUpProc {
@@ -63,14 +36,14 @@ public:
 
 TEST(Processes, AreCountedByName) {
   EXPECT_EQ(smb_check_ps("amule"), 0);
-  const Process one("amule");
+  const RunningProgram one = process("amule");
   EXPECT_EQ(smb_check_ps("amule"), 1);
-  const Process two("amule");
+  const RunningProgram two = process("amule");
   EXPECT_EQ(smb_check_ps("amule"), 2);
 }
 
 TEST(Processes, NameIsComparedWholeAndCaseCounts) {
-  const Process one("amuled");
+  const RunningProgram one = process("amuled");
   EXPECT_EQ(smb_check_ps("amuled"), 1);
   for (const char *other : {"amule", "amuledd", "Amuled", "muled", "amuled ", ""}) {
     SCOPED_TRACE(other);
@@ -79,13 +52,13 @@ TEST(Processes, NameIsComparedWholeAndCaseCounts) {
 }
 
 TEST(Processes, NameIsTheKernelsWith15Characters) {
-  const Process one("a-very-long-command");
+  const RunningProgram one = process("a-very-long-command");
   EXPECT_EQ(smb_check_ps("a-very-long-com"), 1);
   EXPECT_EQ(smb_check_ps("a-very-long-command"), 0);
 }
 
 TEST(Processes, NameEndsAtItsFirstBlank) {
-  const Process one("a mule");
+  const RunningProgram one = process("a mule");
   EXPECT_EQ(smb_check_ps("a"), 1);
   EXPECT_EQ(smb_check_ps("a mule"), 0);
 }
@@ -151,22 +124,16 @@ TEST(Processes, EntryWithoutAStatusIsSkipped) {
 }
 
 TEST(Processes, ProcThatCannotBeOpenedHasNone) {
-  const Process one("amule");
-  for (const int flag : {0, 1, 2}) {
-    SCOPED_TRACE(flag);
-    smb_dbg_flag = flag;
-    int count = -1;
-    EXPECT_EQ(output_of([&count] {
-                const DescriptorLimit none(0);
-                count = smb_check_ps("amule");
-              }),
-              "Can't open /proc");
-    EXPECT_EQ(count, 0);
-  }
+  const RunningProgram one = process("amule");
+  const auto count = [] {
+    const DescriptorLimit none(0);
+    EXPECT_EQ(smb_check_ps("amule"), 0);
+  };
+  expect_output(count, [](int /*flag*/) { return "Can't open /proc"; });
 }
 
 TEST(Processes, CountingLeavesNothingOpen) {
-  const Process one("amule");
+  const RunningProgram one = process("amule");
   const DescriptorLimit few(3);
   for (int i = 0; i < 8; ++i) {
     EXPECT_EQ(smb_check_ps("amule"), 1);
