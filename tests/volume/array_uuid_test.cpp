@@ -1,10 +1,13 @@
 // The UUID of an array, out of what "mdadm -D" reports.
 #include "appliance.h"
+#include "nasshare/volume.h"
 #include "output.h"
-#include "volume_table.h"
+#include "own_table.h"
 
 #include <array>
 #include <gtest/gtest.h>
+#include <string>
+#include <string_view>
 #include <sys/wait.h>
 
 namespace nasshare::tests {
@@ -85,7 +88,8 @@ TEST(ArrayUuid, ResultIsTheCommandsStatus) {
 TEST(ArrayUuid, MissingCommandLeavesTheDestination) {
   Appliance{}.no_command("mdadm");
   std::array<char, 64> uuid{"before"};
-  EXPECT_EQ(output_of([&uuid] { get_raid_uuid(uuid.data(), "/dev/md1"); }), "");
+  EXPECT_EQ(output_of([&uuid] { get_raid_uuid(uuid.data(), "/dev/md1"); }), "")
+      << "the shell complains elsewhere";
   EXPECT_STREQ(uuid.data(), "before");
 }
 

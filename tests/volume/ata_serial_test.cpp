@@ -1,12 +1,13 @@
 // A disk's serial number, asked with ATA IDENTIFY DEVICE through SG_IO.
 #include "appliance.h"
-#include "nasshare/support.h"
-#include "output.h"
-#include "volume_table.h"
+#include "debug_output.h"
+#include "nasshare/volume.h"
+#include "own_table.h"
 
 #include <array>
-#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <string>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace nasshare::tests {
@@ -19,10 +20,8 @@ std::string serial_of_sda() {
   return serial.data();
 }
 
-// What is printed while the serial of sda is read, at that value of the flag.
-std::string printed(int flag) {
-  smb_dbg_flag = flag;
-  return output_of([] { serial_of_sda(); });
+void expect_trace_of_sda(const std::string &trace) {
+  expect_trace([] { serial_of_sda(); }, trace);
 }
 
 int lowest_free_descriptor() {
@@ -69,7 +68,7 @@ TEST(AtaSerial, IsEmptyWhenAllBytesAreZero) {
 TEST(AtaSerial, CheckConditionWithSenseIsAccepted) {
   Appliance{}.disk("sda", "scsi0", "WD-A               1").disk_status("sda", 2, 0, 8);
   EXPECT_EQ(serial_of_sda(), "WD-A               1");
-  EXPECT_EQ(printed(1), "");
+  expect_silence([] { serial_of_sda(); });
 }
 
 TEST(AtaSerial, BadCompletionLeavesTheDestinationAndIsTraced) {
@@ -90,33 +89,27 @@ TEST(AtaSerial, BadCompletionLeavesTheDestinationAndIsTraced) {
         .disk("sda", "scsi0", "WD-A")
         .disk_status("sda", row.status, row.host_status, row.driver_status);
     EXPECT_EQ(serial_of_sda(), "before");
-    EXPECT_EQ(printed(1), row.trace);
-    EXPECT_EQ(printed(2), "");
-    EXPECT_EQ(printed(0), "");
+    expect_trace_of_sda(row.trace);
   }
 }
 
 TEST(AtaSerial, RequestThatFailsGivesNoSerial) {
   Appliance{}.disk("sda", "scsi0", "WD-A").disk_fails("sda");
   EXPECT_EQ(serial_of_sda(), "cant_get_serial_number");
-  EXPECT_EQ(printed(1), "SG_IO: ioctl fail\n");
-  EXPECT_EQ(printed(2), "");
-  EXPECT_EQ(printed(0), "");
+  expect_trace_of_sda("SG_IO: ioctl fail\n");
 }
 
 TEST(AtaSerial, DeviceThatCannotBeOpenedGivesNoSerial) {
   Appliance{}.disk("sda", "scsi0", "WD-A").no_device("sda");
   EXPECT_EQ(serial_of_sda(), "cant_get_serial_number");
   EXPECT_EQ(kernel_requests(), "");
-  EXPECT_EQ(printed(1), "Cannot open /dev/sda device!\n");
-  EXPECT_EQ(printed(2), "");
-  EXPECT_EQ(printed(0), "");
+  expect_trace_of_sda("Cannot open /dev/sda device!\n");
 }
 
 TEST(AtaSerial, DeviceIsOpenedWithoutWaiting) {
   ASSERT_EQ(mkfifo("/dev/sda", 0600), 0);
   EXPECT_EQ(serial_of_sda(), "cant_get_serial_number");
-  EXPECT_EQ(printed(1), "SG_IO: ioctl fail\n") << "a pipe opens for reading and writing, but takes no SG_IO";
+  expect_trace_of_sda("SG_IO: ioctl fail\n"); // a pipe opens for reading and writing, but takes no SG_IO
 }
 
 TEST(AtaSerial, DeviceIsClosedHoweverItEnds) {
@@ -135,9 +128,8 @@ TEST(AtaSerial, DeviceIsClosedHoweverItEnds) {
 TEST(AtaSerial, LongDeviceNameIsReportedWhole) {
   const std::string name(600, 'd');
   std::array<char, 512> serial{};
-  smb_dbg_flag = 1;
-  EXPECT_EQ(output_of([&] { get_serial_number(serial.data(), name.c_str()); }),
-            "Cannot open /dev/" + name + " device!\n");
+  expect_trace([&] { get_serial_number(serial.data(), name.c_str()); },
+               "Cannot open /dev/" + name + " device!\n");
   EXPECT_STREQ(serial.data(), "cant_get_serial_number");
 }
 

@@ -1,13 +1,18 @@
 // Discovery as a whole: which volumes there are, of which kind, on which disk, and what is printed meanwhile.
 #include "appliance.h"
+#include "debug_output.h"
 #include "nasshare/support.h"
+#include "nasshare/volume.h"
 #include "output.h"
+#include "own_table.h"
 #include "volume_table.h"
 
-#include <algorithm>
 #include <cstddef>
+#include <cstdio>
 #include <cstring>
 #include <gtest/gtest.h>
+#include <string>
+#include <string_view>
 
 namespace nasshare::tests {
 namespace {
@@ -15,6 +20,15 @@ namespace {
 // A mirror and a USB disk.
 void describe_mirror_and_usb() {
   Appliance::mirror().mount("/dev/sdc1", "/mnt/USB/HD_c1");
+}
+
+Ended discovery_that_ends() {
+  return run_to_exit([] { discovered(); });
+}
+
+// What it prints until it ends the process, as an operation that comes back.
+void print_discovery_that_ends() {
+  std::printf("%s", discovery_that_ends().out.c_str());
 }
 
 constexpr const char *no_volume_table = "\n"
@@ -25,10 +39,26 @@ constexpr const char *no_volume_table = "\n"
                                         "hidden_2 [0]\n"
                                         "\n";
 
-Ended discovery_that_ends(int flag) {
-  smb_dbg_flag = flag;
-  return run_to_exit([] { discovered(); });
-}
+constexpr const char *mirror_and_usb_table = "volume_mount_point [/dev/md1]\n"
+                                             "\n"
+                                             "Volume_1 [1]\n"
+                                             "Volume_2 [0]\n"
+                                             "\n"
+                                             "hidden_1 [1]\n"
+                                             "hidden_2 [1]\n"
+                                             "\n"
+                                             "usb 0 exist [1]\n";
+
+constexpr const char *mirror_details = "volume number = 1\n"
+                                       "hd number     = 2\n"
+                                       "\n"
+                                       "\n"
+                                       "Volume_1 raid type [4]\n"
+                                       "Volume_1 raid uuid [7cc3a0e9:85fa470b:aecd3d11:561a7e11]\n"
+                                       "Volume_1 comp str  [UUID=7cc3a0e9:85fa470b:aecd3d11:561a7e11]\n"
+                                       "Volume_1 which hd  [0][sda]\n"
+                                       "Volume_1 hidden in [/mnt/HD_a4]\n"
+                                       "\n";
 
 TEST(Discovery, SingleDiskIsKnownByItsSerial) {
   Appliance{}.disk("sda", "scsi0", "WD-TESTDISK0001").mtab("/dev/sda2 /mnt/HD/HD_a2 ext3 rw 0 0\n");
@@ -45,18 +75,9 @@ TEST(Discovery, SingleDiskIsKnownByItsSerial) {
 TEST(Discovery, EachSingleDiskCarriesItsOwnVolume) {
   Appliance::single_disks();
   const auto table = discovered();
-  EXPECT_EQ(table->hd_count, 2);
-  EXPECT_EQ(table->vol_count, 2);
-  EXPECT_EQ(table->vol_raid_type[0], 1);
-  EXPECT_EQ(table->vol_raid_type[1], 1);
-  EXPECT_EQ(table->vol_hd[0], 0);
-  EXPECT_EQ(table->vol_hd[1], 1);
-  EXPECT_STREQ(table->vol_comp_str[0], "WD-TESTDISK0001");
-  EXPECT_STREQ(table->vol_comp_str[1], "WD-TESTDISK0002");
+  expect_two_single_disks(table);
   EXPECT_EQ(table->vol_hidden[0], 1);
   EXPECT_EQ(table->vol_hidden[1], 1);
-  EXPECT_STREQ(table->vol_hidden_path[0], "/mnt/HD_a4");
-  EXPECT_STREQ(table->vol_hidden_path[1], "/mnt/HD_b4");
 }
 
 TEST(Discovery, DiskIsToldByItsDeviceNotByItsBay) {
@@ -231,14 +252,13 @@ TEST(Discovery, SettingsAndShareListStay) {
   const auto table = empty_table();
   std::memset(static_cast<void *>(table.get()), 'x', sizeof *table);
   get_hd_raid_info(table.get());
-  const auto *bytes = reinterpret_cast<const char *>(table.get());
-  EXPECT_TRUE(std::all_of(bytes + offsetof(smb_catalogue, workgroup), bytes + sizeof *table,
-                          [](char byte) { return byte == 'x'; }));
+  const std::string_view bytes(reinterpret_cast<const char *>(table.get()), sizeof *table);
+  EXPECT_EQ(bytes.substr(offsetof(smb_catalogue, workgroup)).find_first_not_of('x'), std::string_view::npos);
 }
 
 TEST(Discovery, WithoutAVolumeTheProcessEnds) {
   Appliance{}.disk("sda", "scsi0", "WD-A").hidden("/dev/sda4", "/mnt/HD_a4");
-  const Ended ended = discovery_that_ends(0);
+  const Ended ended = discovery_that_ends();
   EXPECT_FALSE(ended.returned);
   EXPECT_EQ(ended.status, 255);
   EXPECT_EQ(ended.out, "");
@@ -247,7 +267,7 @@ TEST(Discovery, WithoutAVolumeTheProcessEnds) {
 
 TEST(Discovery, WithoutADiskTheProcessEnds) {
   Appliance{}.mount("/dev/sda2", "/mnt/HD/HD_a2");
-  const Ended ended = discovery_that_ends(0);
+  const Ended ended = discovery_that_ends();
   EXPECT_FALSE(ended.returned);
   EXPECT_EQ(ended.status, 255);
   EXPECT_EQ(ended.out, "");
@@ -255,12 +275,12 @@ TEST(Discovery, WithoutADiskTheProcessEnds) {
 
 TEST(Discovery, WithoutSgScanTheProcessEnds) {
   Appliance{}.disk("sda", "scsi0", "WD-A").mount("/dev/sda2", "/mnt/HD/HD_a2").no_command("sg_scan");
-  EXPECT_EQ(discovery_that_ends(0).status, 255);
+  EXPECT_EQ(discovery_that_ends().status, 255);
 }
 
 TEST(Discovery, DiskInNeitherBayIsNoDisk) {
   Appliance{}.disk("sda", "scsi2", "WD-A").mount("/dev/sda2", "/mnt/HD/HD_a2");
-  EXPECT_EQ(discovery_that_ends(0).status, 255);
+  EXPECT_EQ(discovery_that_ends().status, 255);
 }
 
 TEST(Discovery, EndWithoutAVolumeIsListed) {
@@ -271,21 +291,21 @@ TEST(Discovery, EndWithoutAVolumeIsListed) {
                           "\thd_device_name 1 = \n"
                           "HD scsi0 = [WD-A]\n"
                           "HD scsi1= []\n";
-  EXPECT_EQ(discovery_that_ends(2).out, no_volume_table + numbers);
-  EXPECT_EQ(discovery_that_ends(1).out, no_volume_table + map + numbers);
-  EXPECT_EQ(discovery_that_ends(0).out, "");
+  expect_listing_and_trace(print_discovery_that_ends, no_volume_table + numbers,
+                           no_volume_table + map + numbers);
 }
 
 TEST(Discovery, WithoutMtabThereIsNoListOfMounts) {
   Appliance{}.disk("sda", "scsi0", "WD-A").remove("/etc/mtab");
-  const Ended ended = discovery_that_ends(2);
+  smb_dbg_flag = 2;
+  const Ended ended = discovery_that_ends();
   EXPECT_EQ(ended.status, 255);
   EXPECT_EQ(ended.out, "volume number = 0\nhd number     = 1\n\n### NO HD or NO Volume !! ###\n");
 }
 
 TEST(Discovery, WithoutMtabTheProcessEndsSilently) {
   Appliance{}.disk("sda", "scsi0", "WD-A").remove("/etc/mtab");
-  const Ended ended = discovery_that_ends(0);
+  const Ended ended = discovery_that_ends();
   EXPECT_EQ(ended.status, 255);
   EXPECT_EQ(ended.out, "");
 }
@@ -293,55 +313,14 @@ TEST(Discovery, WithoutMtabTheProcessEndsSilently) {
 TEST(Discovery, FlagOnePrintsListingsAndTraces) {
   describe_mirror_and_usb();
   smb_dbg_flag = 1;
-  EXPECT_EQ(output_of([] { discovered(); }), "USB no [1]\n"
-                                             "volume_mount_point [/dev/md1]\n"
-                                             "\n"
-                                             "Volume_1 [1]\n"
-                                             "Volume_2 [0]\n"
-                                             "\n"
-                                             "hidden_1 [1]\n"
-                                             "hidden_2 [1]\n"
-                                             "\n"
-                                             "usb 0 exist [1]\n"
-                                             "##hd device name from sda ~ sdp\n"
-                                             "\thd_device_name 0 = sda\n"
-                                             "\thd_device_name 1 = sdb\n"
-                                             "HD scsi0 = [WD-TESTDISK0001]\n"
-                                             "HD scsi1= [WD-TESTDISK0002]\n"
-                                             "volume number = 1\n"
-                                             "hd number     = 2\n"
-                                             "\n"
-                                             "\n"
-                                             "Volume_1 raid type [4]\n"
-                                             "Volume_1 raid uuid [7cc3a0e9:85fa470b:aecd3d11:561a7e11]\n"
-                                             "Volume_1 comp str  [UUID=7cc3a0e9:85fa470b:aecd3d11:561a7e11]\n"
-                                             "Volume_1 which hd  [0][sda]\n"
-                                             "Volume_1 hidden in [/mnt/HD_a4]\n"
-                                             "\n");
+  EXPECT_EQ(output_of([] { discovered(); }),
+            std::string("USB no [1]\n") + mirror_and_usb_table + disk_map_trace + mirror_details);
 }
 
 TEST(Discovery, FlagTwoPrintsListingsOnly) {
   describe_mirror_and_usb();
   smb_dbg_flag = 2;
-  EXPECT_EQ(output_of([] { discovered(); }), "volume_mount_point [/dev/md1]\n"
-                                             "\n"
-                                             "Volume_1 [1]\n"
-                                             "Volume_2 [0]\n"
-                                             "\n"
-                                             "hidden_1 [1]\n"
-                                             "hidden_2 [1]\n"
-                                             "\n"
-                                             "usb 0 exist [1]\n"
-                                             "volume number = 1\n"
-                                             "hd number     = 2\n"
-                                             "\n"
-                                             "\n"
-                                             "Volume_1 raid type [4]\n"
-                                             "Volume_1 raid uuid [7cc3a0e9:85fa470b:aecd3d11:561a7e11]\n"
-                                             "Volume_1 comp str  [UUID=7cc3a0e9:85fa470b:aecd3d11:561a7e11]\n"
-                                             "Volume_1 which hd  [0][sda]\n"
-                                             "Volume_1 hidden in [/mnt/HD_a4]\n"
-                                             "\n");
+  EXPECT_EQ(output_of([] { discovered(); }), std::string(mirror_and_usb_table) + mirror_details);
 }
 
 TEST(Discovery, FlagZeroPrintsNothing) {
@@ -351,25 +330,25 @@ TEST(Discovery, FlagZeroPrintsNothing) {
 
 TEST(Discovery, ListingNumbersTheVolumes) {
   Appliance::single_disks().unmount("/mnt/HD/HD_a2");
-  smb_dbg_flag = 2;
-  EXPECT_EQ(output_of([] { discovered(); }), "volume_mount_point [/dev/sdb2]\n"
-                                             "\n"
-                                             "Volume_1 [0]\n"
-                                             "Volume_2 [1]\n"
-                                             "\n"
-                                             "hidden_1 [1]\n"
-                                             "hidden_2 [1]\n"
-                                             "\n"
-                                             "volume number = 1\n"
-                                             "hd number     = 2\n"
-                                             "\n"
-                                             "\n"
-                                             "Volume_2 raid type [1]\n"
-                                             "Volume_2 raid uuid []\n"
-                                             "Volume_2 comp str  [WD-TESTDISK0002]\n"
-                                             "Volume_2 which hd  [1][sdb]\n"
-                                             "Volume_2 hidden in [/mnt/HD_b4]\n"
-                                             "\n");
+  const std::string table = "volume_mount_point [/dev/sdb2]\n"
+                            "\n"
+                            "Volume_1 [0]\n"
+                            "Volume_2 [1]\n"
+                            "\n"
+                            "hidden_1 [1]\n"
+                            "hidden_2 [1]\n"
+                            "\n";
+  const std::string details = "volume number = 1\n"
+                              "hd number     = 2\n"
+                              "\n"
+                              "\n"
+                              "Volume_2 raid type [1]\n"
+                              "Volume_2 raid uuid []\n"
+                              "Volume_2 comp str  [WD-TESTDISK0002]\n"
+                              "Volume_2 which hd  [1][sdb]\n"
+                              "Volume_2 hidden in [/mnt/HD_b4]\n"
+                              "\n";
+  expect_listing_and_trace([] { discovered(); }, table + details, table + disk_map_trace + details);
 }
 
 TEST(Discovery, MissingTableIsLeftAlone) {

@@ -1,10 +1,14 @@
 // Which disk sits in which bay, as "sg_scan" lists them, and the serial numbers of these disks.
 #include "appliance.h"
+#include "debug_output.h"
 #include "nasshare/support.h"
+#include "nasshare/volume.h"
 #include "output.h"
-#include "volume_table.h"
+#include "own_table.h"
 
 #include <gtest/gtest.h>
+#include <string>
+#include <string_view>
 
 namespace nasshare::tests {
 namespace {
@@ -160,22 +164,20 @@ TEST(DiskMap, LongDeviceNameStaysInItsField) {
 
 TEST(DiskMap, TraceNamesDevicesAndSerials) {
   Appliance::single_disks();
-  smb_dbg_flag = 1;
-  EXPECT_EQ(output_of([] { mapped(); }), "##hd device name from sda ~ sdp\n"
-                                         "\thd_device_name 0 = sda\n"
-                                         "\thd_device_name 1 = sdb\n"
-                                         "HD scsi0 = [WD-TESTDISK0001]\n"
-                                         "HD scsi1= [WD-TESTDISK0002]\n");
+  expect_trace([] { mapped(); }, "##hd device name from sda ~ sdp\n"
+                                 "\thd_device_name 0 = sda\n"
+                                 "\thd_device_name 1 = sdb\n"
+                                 "HD scsi0 = [WD-TESTDISK0001]\n"
+                                 "HD scsi1= [WD-TESTDISK0002]\n");
 }
 
 TEST(DiskMap, TraceIsPrintedWithoutDisksToo) {
   Appliance{}.command("sg_scan");
-  smb_dbg_flag = 1;
-  EXPECT_EQ(output_of([] { mapped(); }), "##hd device name from sda ~ sdp\n"
-                                         "\thd_device_name 0 = \n"
-                                         "\thd_device_name 1 = \n"
-                                         "HD scsi0 = []\n"
-                                         "HD scsi1= []\n");
+  expect_trace([] { mapped(); }, "##hd device name from sda ~ sdp\n"
+                                 "\thd_device_name 0 = \n"
+                                 "\thd_device_name 1 = \n"
+                                 "HD scsi0 = []\n"
+                                 "HD scsi1= []\n");
 }
 
 TEST(DiskMap, NothingIsPrintedUnlessTheFlagIsExactlyOne) {

@@ -1,19 +1,21 @@
 // A disk's serial number from the appliance's own driver: 20 characters, last one first.
-#include "../support/descriptor_limit.h"
 #include "appliance.h"
-#include "volume_table.h"
+#include "nasshare/volume.h"
+#include "own_table.h"
+#include "unopenable.h"
 
 #include <algorithm>
 #include <array>
 #include <gtest/gtest.h>
+#include <string>
 
 namespace nasshare::tests {
 namespace {
 
-using Field = std::array<char, 512>;
+using Serial = std::array<char, 512>;
 
 std::string serial_of(int bay) {
-  Field serial{};
+  Serial serial{};
   get_serial_number2(serial.data(), bay);
   return serial.data();
 }
@@ -55,24 +57,24 @@ TEST(DriverSerial, IsEmptyWithoutTheDriver) {
 
 TEST(DriverSerial, FillsTheFirst32BytesOnly) {
   Appliance{}.driver_serial(1, "                 ENO");
-  Field field;
+  Serial field;
   field.fill('x');
   get_serial_number2(field.data(), 1);
-  Field expected;
+  Serial expected;
   expected.fill('x');
-  std::fill_n(expected.begin(), 32, '\0');
-  std::copy_n("ONE", 3, expected.begin());
+  std::ranges::fill_n(expected.begin(), 32, '\0');
+  std::ranges::copy_n("ONE", 3, expected.begin());
   EXPECT_EQ(field, expected);
 }
 
 TEST(DriverSerial, DestinationIsLeftAloneWhereNoSocketCanBeMade) {
   Appliance{}.driver_serial(0, "                 ORE");
-  Field field{"before"};
+  Serial field{"before"};
   {
     const DescriptorLimit none(0);
     get_serial_number2(field.data(), 0);
   }
-  EXPECT_EQ(field, Field{"before"});
+  EXPECT_EQ(field, Serial{"before"});
   EXPECT_EQ(kernel_requests(), "");
 }
 

@@ -1,9 +1,11 @@
 // What /proc/mdstat says of an array: its kind, and the disk on which the volume lives.
 #include "appliance.h"
-#include "volume_table.h"
+#include "fields.h"
+#include "nasshare/volume.h"
+#include "own_table.h"
 
-#include <algorithm>
 #include <gtest/gtest.h>
+#include <string>
 
 namespace nasshare::tests {
 namespace {
@@ -13,8 +15,8 @@ VolumeTable two_disks() {
   Appliance{}.mtab("/dev/sda4 /mnt/HD_a4 ext3 rw 0 0\n/dev/sdb4 /mnt/HD_b4 ext3 rw 0 0\n");
   auto table = empty_table();
   table->hd_present[0] = table->hd_present[1] = 1;
-  std::copy_n("sda", 4, table->hd_device[0]);
-  std::copy_n("sdb", 4, table->hd_device[1]);
+  put(table->hd_device[0], "sda");
+  put(table->hd_device[1], "sdb");
   return table;
 }
 

@@ -1,11 +1,15 @@
 // What /etc/mtab says: data volumes, hidden system partitions, USB disks.
 #include "appliance.h"
+#include "fields.h"
 #include "nasshare/support.h"
+#include "nasshare/volume.h"
 #include "output.h"
-#include "volume_table.h"
+#include "own_table.h"
 
-#include <algorithm>
+#include <cstdint>
 #include <gtest/gtest.h>
+#include <string>
+#include <string_view>
 #include <vector>
 
 namespace nasshare::tests {
@@ -183,7 +187,7 @@ TEST(CheckHidden, FindsTheFourthPartitionAnywhereInALine) {
       {"", 0},
   };
   const auto table = empty_table();
-  std::copy_n("sda", 4, table->hd_device[0]);
+  put(table->hd_device[0], "sda");
   for (const auto &row : rows) {
     SCOPED_TRACE(row.mtab);
     Appliance{}.mtab(row.mtab);
@@ -194,8 +198,8 @@ TEST(CheckHidden, FindsTheFourthPartitionAnywhereInALine) {
 TEST(CheckHidden, AsksForTheDiskOfThatBay) {
   Appliance{}.mtab("/dev/sdb4 /mnt/HD_b4 ext3 rw 0 0\n");
   const auto table = empty_table();
-  std::copy_n("sda", 4, table->hd_device[0]);
-  std::copy_n("sdb", 4, table->hd_device[1]);
+  put(table->hd_device[0], "sda");
+  put(table->hd_device[1], "sdb");
   EXPECT_EQ(parse_check_hidden(table.get(), 0), 0);
   EXPECT_EQ(parse_check_hidden(table.get(), 1), 1);
 }
@@ -203,7 +207,7 @@ TEST(CheckHidden, AsksForTheDiskOfThatBay) {
 TEST(CheckHidden, AnswersNoWithoutMtab) {
   Appliance{}.remove("/etc/mtab");
   const auto table = empty_table();
-  std::copy_n("sda", 4, table->hd_device[0]);
+  put(table->hd_device[0], "sda");
   EXPECT_EQ(parse_check_hidden(table.get(), 0), 0);
 }
 
@@ -211,7 +215,7 @@ TEST(CheckHidden, TakesADeviceNameThatFillsItsField) {
   const std::string device(511, 'd');
   Appliance{}.mtab("/dev/" + device + "4 /mnt/HD_a4 ext3 rw 0 0\n");
   const auto table = empty_table();
-  std::copy_n(device.c_str(), 512, table->hd_device[1]);
+  put(table->hd_device[1], device);
   EXPECT_EQ(parse_check_hidden(table.get(), 1), 1);
 }
 

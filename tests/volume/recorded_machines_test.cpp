@@ -1,6 +1,6 @@
 // Discovery on what real machines with two bays were recorded to print.
 #include "appliance.h"
-#include "volume_table.h"
+#include "own_table.h"
 
 #include <gtest/gtest.h>
 #include <ostream>
@@ -38,16 +38,7 @@ class RecordedArray : public testing::TestWithParam<Array> {};
 TEST(RecordedMachine, TwoSingleDisks) {
   describe("mtab-single.txt", "mdstat-raid0.txt", "mdadm-D-single.txt");
   const auto table = discovered();
-  EXPECT_EQ(table->hd_count, 2);
-  EXPECT_EQ(table->vol_count, 2);
-  EXPECT_EQ(table->vol_raid_type[0], 1);
-  EXPECT_EQ(table->vol_raid_type[1], 1);
-  EXPECT_EQ(table->vol_hd[0], 0);
-  EXPECT_EQ(table->vol_hd[1], 1);
-  EXPECT_STREQ(table->vol_comp_str[0], "WD-TESTDISK0001");
-  EXPECT_STREQ(table->vol_comp_str[1], "WD-TESTDISK0002");
-  EXPECT_STREQ(table->vol_hidden_path[0], "/mnt/HD_a4");
-  EXPECT_STREQ(table->vol_hidden_path[1], "/mnt/HD_b4");
+  expect_two_single_disks(table);
   EXPECT_EQ(transcript().find("mdadm"), std::string::npos);
 }
 

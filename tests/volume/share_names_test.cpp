@@ -1,13 +1,14 @@
 // The share names of volumes and USB slots, as /etc/shared_name gives them.
-#include "../support/unopenable.h"
 #include "appliance.h"
-#include "nasshare/support.h"
-#include "output.h"
-#include "volume_table.h"
+#include "debug_output.h"
+#include "nasshare/volume.h"
+#include "own_table.h"
+#include "text.h"
+#include "unopenable.h"
 
 #include <gtest/gtest.h>
 #include <string>
-#include <vector>
+#include <string_view>
 
 namespace nasshare::tests {
 namespace {
@@ -28,8 +29,8 @@ std::string usb_name(int slot, std::string_view name, std::string_view folder) {
 }
 
 // The slots that have a name or a folder, such as "0 USBDisk1_1 = HD_c1".
-std::vector<std::string> usb_names(const VolumeTable &table) {
-  std::vector<std::string> names;
+Names usb_names(const VolumeTable &table) {
+  Names names;
   for (int slot = 0; slot < 32; ++slot) {
     const std::string name = table->usb_share_name[slot];
     const std::string folder = table->usb_mount_name[slot];
@@ -39,8 +40,6 @@ std::vector<std::string> usb_names(const VolumeTable &table) {
   }
   return names;
 }
-
-using Names = std::vector<std::string>;
 
 TEST(ShareNames, WithoutAFileTheyAreTheDefaults) {
   const auto table = named();
@@ -175,23 +174,16 @@ TEST(ShareNames, ListingNamesVolumesAndMountedSlots) {
   const auto table = empty_table();
   table->usb_exist[2] = table->usb_exist[31] = 1;
   const std::string listing = "share name HD_a2=[Music]\nshare name HD_b2=[]\ni=2, [HD_c3]\ni=31, []\n";
-  for (const int flag : {1, 2}) {
-    smb_dbg_flag = flag;
-    EXPECT_EQ(output_of([&] { get_HD_share_name(table.get()); }), listing);
-  }
-  smb_dbg_flag = 0;
-  EXPECT_EQ(output_of([&] { get_HD_share_name(table.get()); }), "");
+  expect_listing([&table] { get_HD_share_name(table.get()); }, listing);
 }
 
 TEST(ShareNames, ListingComesBeforeTheDefaults) {
   Appliance{}.shared_name("");
-  smb_dbg_flag = 2;
-  EXPECT_EQ(output_of([] { named(); }), "share name HD_a2=[]\nshare name HD_b2=[]\n");
+  expect_listing([] { named(); }, "share name HD_a2=[]\nshare name HD_b2=[]\n");
 }
 
 TEST(ShareNames, DefaultsOfAMissingFileAreNotListed) {
-  smb_dbg_flag = 1;
-  EXPECT_EQ(output_of([] { named(); }), "");
+  expect_silence([] { named(); });
 }
 
 TEST(ShareNames, FileThatCannotBeOpenedGivesNoNames) {
@@ -204,18 +196,12 @@ TEST(ShareNames, FileThatCannotBeOpenedGivesNoNames) {
 
 TEST(ShareNames, FileThatCannotBeOpenedIsReportedAsMissing) {
   make_unopenable("/etc/shared_name");
-  for (const int flag : {1, 2}) {
-    smb_dbg_flag = flag;
-    EXPECT_EQ(output_of([] { named(); }), "Not found /etc/shared_name file!\n");
-  }
-  smb_dbg_flag = 0;
-  EXPECT_EQ(output_of([] { named(); }), "");
+  expect_listing([] { named(); }, "Not found /etc/shared_name file!\n");
 }
 
 TEST(ShareNames, MissingTableIsLeftAlone) {
   Appliance{}.shared_name("Music = HD_a2\n");
-  smb_dbg_flag = 1;
-  EXPECT_EQ(output_of([] { get_HD_share_name(nullptr); }), "");
+  expect_silence([] { get_HD_share_name(nullptr); });
 }
 
 } // namespace
