@@ -1,17 +1,17 @@
 // A file that a failing disk has damaged loads nothing, but what is left of it is not written over.
 #include "appliance.h"
 #include "nasshare/catalogue.h"
+#include "paths.h"
 #include "share.h"
 
 #include <gtest/gtest.h>
 #include <string>
-#include <vector>
 
 namespace nasshare::tests {
 namespace {
 
 const std::string folder = "/mnt/HD_a4/.systemfile";
-const std::string stored = folder + "/.smb.xml";
+const std::string kept_aside = std::string(first_share_file) + ".bad";
 
 const std::string damaged = "<config><samba><item><name>Mus\x01c</name></item></samba></config>";
 
@@ -21,34 +21,34 @@ Appliance with(const std::string &text) {
 
 void change() {
   EXPECT_EQ(add_share(Share{"New"}.path("/mnt/HD/HD_a2/new")), 1);
-  EXPECT_NE(read_file(stored).find("<name>New</name>"), std::string::npos);
+  EXPECT_NE(read_file(first_share_file).find("<name>New</name>"), std::string::npos);
 }
 
 TEST(BrokenShareXml, IsKeptAsideByTheFirstChange) {
   with(damaged);
   change();
-  EXPECT_EQ(read_file(stored + ".bad"), damaged);
+  EXPECT_EQ(read_file(kept_aside), damaged);
   EXPECT_EQ(del_share("New"), 1);
-  EXPECT_EQ(read_file(stored + ".bad"), damaged);
+  EXPECT_EQ(read_file(kept_aside), damaged);
 }
 
 TEST(BrokenShareXml, TakesThePlaceOfAnEarlierOne) {
-  with(damaged).file(stored + ".bad", "earlier");
+  with(damaged).file(kept_aside, "earlier");
   change();
-  EXPECT_EQ(read_file(stored + ".bad"), damaged);
+  EXPECT_EQ(read_file(kept_aside), damaged);
 }
 
 TEST(BrokenShareXml, IsNotKeptByAQuestion) {
   with(damaged);
   EXPECT_EQ(chk_share("Music"), 1);
-  EXPECT_EQ(names_in(folder), std::vector<std::string>{".smb.xml"});
+  EXPECT_EQ(names_in(folder), Names{".smb.xml"});
 }
 
 TEST(SoundShareXml, IsNotKeptAside) {
   for (const char *text : {"", "<config/>", "<?xml version=\"1.0\"?><config><samba/></config>"}) {
     with(text);
     change();
-    EXPECT_EQ(names_in(folder), std::vector<std::string>{".smb.xml"}) << text;
+    EXPECT_EQ(names_in(folder), Names{".smb.xml"}) << text;
   }
 }
 
@@ -67,7 +67,7 @@ TEST(BrokenShareXml, IsAFileThatDeclaresEntities) {
   with(text);
   EXPECT_EQ(chk_share("Music"), 1);
   change();
-  EXPECT_EQ(read_file(stored + ".bad"), text);
+  EXPECT_EQ(read_file(kept_aside), text);
 }
 
 } // namespace

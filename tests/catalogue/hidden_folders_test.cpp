@@ -1,27 +1,23 @@
 // The share XML in the hidden system folders: hidden_filter_dir, cp_xml_to_hidden, remove_hidden_smbxml.
 #include "appliance.h"
+#include "debug_output.h"
+#include "fields.h"
 #include "nasshare/catalogue.h"
-#include "nasshare/support.h"
 #include "output.h"
+#include "paths.h"
 
-#include <cstdio>
 #include <dirent.h>
 #include <gtest/gtest.h>
+#include <string>
 #include <sys/mount.h>
 #include <sys/stat.h>
 
 namespace nasshare::tests {
 namespace {
 
-constexpr const char *temporary = "/tmp/.smb.xml";
-constexpr const char *first = "/mnt/HD_a4/.systemfile/.smb.xml";
-constexpr const char *second = "/mnt/HD_b4/.systemfile/.smb.xml";
-
-using Names = std::vector<std::string>;
-
 int filtered(const std::string &name) {
   dirent entry = {};
-  std::snprintf(entry.d_name, sizeof entry.d_name, "%s", name.c_str());
+  put(entry.d_name, name);
   return hidden_filter_dir(&entry);
 }
 
@@ -57,16 +53,18 @@ TEST(CopyToHidden, PutsTheTemporaryFileIntoEveryHiddenFolder) {
       .hidden("/dev/sda4", "/mnt/HD_a4")
       .hidden("/dev/sdb4", "/mnt/HD_b4")
       .folder("/mnt/HD_z9/.systemfile")
-      .file(temporary, "<config/>\n");
+      .file(temporary_share_file, "<config/>\n");
   cp_xml_to_hidden();
-  EXPECT_EQ(read_file(first), "<config/>\n");
-  EXPECT_EQ(read_file(second), "<config/>\n");
+  EXPECT_EQ(read_file(first_share_file), "<config/>\n");
+  EXPECT_EQ(read_file(second_share_file), "<config/>\n");
   EXPECT_EQ(read_file("/mnt/HD_z9/.systemfile/.smb.xml"), "<config/>\n");
-  EXPECT_EQ(read_file(temporary), "<config/>\n");
+  EXPECT_EQ(read_file(temporary_share_file), "<config/>\n");
 }
 
 TEST(CopyToHidden, LeavesNothingElseBehind) {
-  two_hidden_partitions().file(temporary, "<config/>\n").file("/mnt/HD_a4/.systemfile/other", "kept");
+  two_hidden_partitions()
+      .file(temporary_share_file, "<config/>\n")
+      .file("/mnt/HD_a4/.systemfile/other", "kept");
   cp_xml_to_hidden();
   EXPECT_EQ(names_in("/mnt/HD_a4/.systemfile"), (Names{".smb.xml", "other"}));
   EXPECT_EQ(names_in("/mnt/HD_b4/.systemfile"), (Names{".smb.xml"}));
@@ -77,7 +75,7 @@ TEST(CopyToHidden, LeavesOtherFoldersAlone) {
       .folder("/mnt/HD/.systemfile")
       .folder("/mnt/USB/.systemfile")
       .folder("/mnt/xHD_a4/.systemfile")
-      .file(temporary, "<config/>\n");
+      .file(temporary_share_file, "<config/>\n");
   cp_xml_to_hidden();
   for (const char *folder : {"/mnt/HD/.systemfile", "/mnt/USB/.systemfile", "/mnt/xHD_a4/.systemfile"}) {
     EXPECT_EQ(names_in(folder), Names{}) << folder;
@@ -91,7 +89,7 @@ TEST(CopyToHidden, GivesTheFileOfTheModeInForce) {
     const char *kept;
   } rows[] = {
       {1, ".smb_ads.xml", ".smb.xml"}, {0, ".smb.xml", ".smb_ads.xml"}, {2, ".smb.xml", ".smb_ads.xml"}};
-  Appliance machine = two_hidden_partitions().file(temporary, "new");
+  Appliance machine = two_hidden_partitions().file(temporary_share_file, "new");
   for (const auto &row : rows) {
     SCOPED_TRACE(row.ads_enable);
     machine.shares("/mnt/HD_a4", "old").ads_shares("/mnt/HD_a4", "old");
@@ -103,57 +101,60 @@ TEST(CopyToHidden, GivesTheFileOfTheModeInForce) {
 }
 
 TEST(CopyToHidden, MakesANewFileWithTheModeOfTheTemporaryOne) {
-  Appliance machine =
-      two_hidden_partitions().file(first, "a much longer old file", 0600).file(temporary, "new", 0640);
+  Appliance machine = two_hidden_partitions()
+                          .file(first_share_file, "a much longer old file", 0600)
+                          .file(temporary_share_file, "new", 0640);
   machine.folder("/mnt/HD_a4/links");
-  ASSERT_EQ(::link(first, "/mnt/HD_a4/links/old"), 0);
+  ASSERT_EQ(::link(first_share_file, "/mnt/HD_a4/links/old"), 0);
   cp_xml_to_hidden();
-  EXPECT_EQ(read_file(first), "new");
-  EXPECT_EQ(mode(first), 0640U);
-  EXPECT_EQ(mode(second), 0640U);
+  EXPECT_EQ(read_file(first_share_file), "new");
+  EXPECT_EQ(mode(first_share_file), 0640U);
+  EXPECT_EQ(mode(second_share_file), 0640U);
   EXPECT_EQ(read_file("/mnt/HD_a4/links/old"), "a much longer old file");
 }
 
 TEST(CopyToHidden, ReplacesALinkAndNotWhatItLeadsTo) {
-  two_hidden_partitions().file("/mnt/elsewhere", "kept").link("/mnt/elsewhere", first).file(temporary, "new");
+  two_hidden_partitions()
+      .file("/mnt/elsewhere", "kept")
+      .link("/mnt/elsewhere", first_share_file)
+      .file(temporary_share_file, "new");
   cp_xml_to_hidden();
   struct stat status = {};
-  ASSERT_EQ(::lstat(first, &status), 0);
+  ASSERT_EQ(::lstat(first_share_file, &status), 0);
   EXPECT_TRUE(S_ISREG(status.st_mode));
-  EXPECT_EQ(read_file(first), "new");
+  EXPECT_EQ(read_file(first_share_file), "new");
   EXPECT_EQ(read_file("/mnt/elsewhere"), "kept");
 }
 
 TEST(CopyToHidden, ReplacesAReadOnlyFile) {
-  two_hidden_partitions().file(first, "old", 0400).file(temporary, "new");
+  two_hidden_partitions().file(first_share_file, "old", 0400).file(temporary_share_file, "new");
   cp_xml_to_hidden();
-  EXPECT_EQ(read_file(first), "new");
+  EXPECT_EQ(read_file(first_share_file), "new");
 }
 
 TEST(CopyToHidden, WithoutATemporaryFileLeavesTheVolumesFiles) {
   two_hidden_partitions().shares("/mnt/HD_a4", "old a").shares("/mnt/HD_b4", "old b");
-  smb_dbg_flag = 1;
-  EXPECT_EQ(output_of(cp_xml_to_hidden), "");
-  EXPECT_EQ(read_file(first), "old a");
-  EXPECT_EQ(read_file(second), "old b");
+  expect_silence(cp_xml_to_hidden);
+  EXPECT_EQ(read_file(first_share_file), "old a");
+  EXPECT_EQ(read_file(second_share_file), "old b");
 }
 
 TEST(CopyToHidden, OfSomethingThatIsNoFileLeavesTheVolumesFiles) {
-  two_hidden_partitions().shares("/mnt/HD_a4", "old a").folder(temporary);
-  EXPECT_EQ(output_of(cp_xml_to_hidden), "");
-  EXPECT_EQ(read_file(first), "old a");
+  two_hidden_partitions().shares("/mnt/HD_a4", "old a").folder(temporary_share_file);
+  expect_silence(cp_xml_to_hidden);
+  EXPECT_EQ(read_file(first_share_file), "old a");
   EXPECT_EQ(names_in("/mnt/HD_b4/.systemfile"), Names{});
 }
 
 TEST(CopyToHidden, ToAFullVolumeLeavesItsOldFileAndGoesOn) {
   Appliance machine = two_hidden_partitions();
   add_full_partition(machine, "/mnt/HD_a0", "old");
-  machine.file(temporary, std::string(40000, 'n'));
+  machine.file(temporary_share_file, std::string(40000, 'n'));
   EXPECT_EQ(output_of(cp_xml_to_hidden), "CP: file copy error\n");
   EXPECT_EQ(read_file("/mnt/HD_a0/.systemfile/.smb.xml"), "old");
   EXPECT_EQ(names_in("/mnt/HD_a0/.systemfile"), (Names{".smb.xml"}));
-  EXPECT_EQ(read_file(first), std::string(40000, 'n'));
-  EXPECT_EQ(read_file(second), std::string(40000, 'n'));
+  EXPECT_EQ(read_file(first_share_file), std::string(40000, 'n'));
+  EXPECT_EQ(read_file(second_share_file), std::string(40000, 'n'));
 }
 
 TEST(CopyToHidden, WithoutTheSystemFolderGoesOnWithTheOthers) {
@@ -161,33 +162,30 @@ TEST(CopyToHidden, WithoutTheSystemFolderGoesOnWithTheOthers) {
       .mount("/dev/sda4", "/mnt/HD_a4")
       .hidden("/dev/sdb4", "/mnt/HD_b4")
       .file("/mnt/HD_a9", "no folder at all")
-      .file(temporary, "new");
+      .file(temporary_share_file, "new");
   EXPECT_EQ(output_of(cp_xml_to_hidden), "CP: dest file exist and can't remove\n");
   EXPECT_EQ(names_in("/mnt/HD_a4"), Names{});
   EXPECT_EQ(read_file("/mnt/HD_a9"), "no folder at all");
-  EXPECT_EQ(read_file(second), "new");
+  EXPECT_EQ(read_file(second_share_file), "new");
 }
 
 TEST(CopyToHidden, WithoutHiddenFoldersDoesNothing) {
-  Appliance{}.folder("/mnt/HD").file(temporary, "new");
-  EXPECT_EQ(output_of(cp_xml_to_hidden), "");
+  Appliance{}.folder("/mnt/HD").file(temporary_share_file, "new");
+  expect_silence(cp_xml_to_hidden);
   EXPECT_EQ(names_in("/mnt"), (Names{"HD"}));
-  EXPECT_EQ(read_file(temporary), "new");
+  EXPECT_EQ(read_file(temporary_share_file), "new");
 }
 
 TEST(CopyToHidden, ReachesAFolderWithTheLongestName) {
   const std::string folder = "/mnt/HD_" + std::string(252, 'x');
-  Appliance{}.folder(folder + "/.systemfile").file(temporary, "new");
+  Appliance{}.folder(folder + "/.systemfile").file(temporary_share_file, "new");
   cp_xml_to_hidden();
   EXPECT_EQ(read_file(folder + "/.systemfile/.smb.xml"), "new");
 }
 
 TEST(CopyToHidden, PrintsNothingWhenAllIsWell) {
-  two_hidden_partitions().file(temporary, "new");
-  for (const int flag : {0, 1, 2}) {
-    smb_dbg_flag = flag;
-    EXPECT_EQ(output_of(cp_xml_to_hidden), "") << flag;
-  }
+  two_hidden_partitions().file(temporary_share_file, "new");
+  expect_silence(cp_xml_to_hidden);
 }
 
 TEST(RemovalFromHidden, DeletesTheShareXmlOfTheModeInForce) {
@@ -198,9 +196,7 @@ TEST(RemovalFromHidden, DeletesTheShareXmlOfTheModeInForce) {
   Appliance machine = two_hidden_partitions();
   for (const auto &row : rows) {
     SCOPED_TRACE(row.ads_enable);
-    for (const char *folder : {"/mnt/HD_a4", "/mnt/HD_b4"}) {
-      machine.shares(folder, "local").ads_shares(folder, "domain");
-    }
+    machine.shares("local").ads_shares("domain");
     pss->ads_enable = row.ads_enable;
     remove_hidden_smbxml();
     EXPECT_EQ(names_in("/mnt/HD_a4/.systemfile"), (Names{row.kept}));
@@ -213,23 +209,22 @@ TEST(RemovalFromHidden, LeavesEverythingElse) {
       .shares("/mnt/HD_a4", "old")
       .file("/mnt/HD_a4/.systemfile/.iso_mount.xml", "kept")
       .file("/mnt/HD/.systemfile/.smb.xml", "kept")
-      .file(temporary, "kept");
+      .file(temporary_share_file, "kept");
   remove_hidden_smbxml();
   EXPECT_EQ(names_in("/mnt/HD_a4/.systemfile"), (Names{".iso_mount.xml"}));
   EXPECT_EQ(read_file("/mnt/HD/.systemfile/.smb.xml"), "kept");
-  EXPECT_EQ(read_file(temporary), "kept");
+  EXPECT_EQ(read_file(temporary_share_file), "kept");
 }
 
 TEST(RemovalFromHidden, GoesOnWhereAFileIsMissing) {
   two_hidden_partitions().folder("/mnt/HD_a0").shares("/mnt/HD_b4", "old");
-  smb_dbg_flag = 1;
-  EXPECT_EQ(output_of(remove_hidden_smbxml), "");
-  EXPECT_FALSE(exists(second));
+  expect_silence(remove_hidden_smbxml);
+  EXPECT_FALSE(exists(second_share_file));
 }
 
 TEST(RemovalFromHidden, WithoutHiddenFoldersDoesNothing) {
   Appliance{};
-  EXPECT_EQ(output_of(remove_hidden_smbxml), "");
+  expect_silence(remove_hidden_smbxml);
 }
 
 } // namespace

@@ -1,53 +1,45 @@
 // Loading the catalogue: get_samba_info, get_samba_info2 and check_hd.
+#include "access_lists.h"
 #include "appliance.h"
-#include "listed_shares.h"
+#include "debug_output.h"
+#include "listed.h"
 #include "nasshare/catalogue.h"
-#include "nasshare/platform.h"
-#include "nasshare/support.h"
 #include "nasshare/volume.h"
+#include "next_definition.h"
 #include "output.h"
+#include "paths.h"
 #include "share.h"
+#include "volume_table.h"
 
 #include <algorithm>
-#include <dlfcn.h>
 #include <gtest/gtest.h>
+#include <string>
+#include <vector>
 
 namespace nasshare::tests {
 namespace {
-
-constexpr const char *first_file = "/mnt/HD_a4/.systemfile/.smb.xml";
 
 // What the volume table says of both volumes once discovery is done; 1 where nothing is said.
 int presence_after_discovery = 1;
 
 Share on_first(const char *name) {
-  return Share{name}
-      .path(std::string("/mnt/HD/HD_a2/") + name)
-      .on_disk("WD-TESTDISK0001")
-      .oplocks("yes")
-      .everyone();
+  return stored_share(name, 0).everyone();
 }
 
 Share on_second(const char *name) {
-  return Share{name}
-      .path(std::string("/mnt/HD/HD_b2/") + name)
-      .on_disk("WD-TESTDISK0002")
-      .oplocks("yes")
-      .everyone();
+  return stored_share(name, 1).everyone();
 }
 
 // Both volumes' files hold every share, as the library writes them.
 Appliance two_volumes(const std::vector<Share> &shares) {
   return Appliance::single_disks()
       .config("/system_mgr/samba/netbios_name", "ATTIC")
-      .shares("/mnt/HD_a4", share_xml(shares))
-      .shares("/mnt/HD_b4", share_xml(shares));
+      .shares(share_xml(shares));
 }
 
 Names oplocks() {
   Names values;
-  const smb_share *share = pss->head;
-  for (int i = 0; i < pss->count; ++i, share = share->next) {
+  for (const smb_share *share : nodes_of(smbshare)) {
     values.push_back(std::string(share->name) + " " + share->oplocks);
   }
   return values;
@@ -85,12 +77,6 @@ std::string discovery_output(const std::string &usb_line, const std::string &dis
          "\n";
 }
 
-constexpr const char *disk_map = "##hd device name from sda ~ sdp\n"
-                                 "\thd_device_name 0 = sda\n"
-                                 "\thd_device_name 1 = sdb\n"
-                                 "HD scsi0 = [WD-TESTDISK0001]\n"
-                                 "HD scsi1= [WD-TESTDISK0002]\n";
-
 void mark_volumes(smb_catalogue &table) {
   if (presence_after_discovery != 1) {
     std::ranges::fill(table.vol_present, presence_after_discovery);
@@ -102,7 +88,7 @@ TEST(Loading, ListsTheFirstVolumeThenTheSecondThenUsbDisks) {
       .mount("/dev/sdc1", "/mnt/USB/HD_c2")
       .mount("/dev/sdd1", "/mnt/USB/HD_d1");
   get_samba_info();
-  EXPECT_EQ(listed_names(), (Names{"Music", "Photos", "Docs", "Films", "USBDisk1_1", "USBDisk1_2"}));
+  EXPECT_EQ(listed_shares(), (Names{"Music", "Photos", "Docs", "Films", "USBDisk1_1", "USBDisk1_2"}));
   EXPECT_STREQ(pss->tail->path, "/mnt/USB/HD_c2");
 }
 
@@ -110,9 +96,9 @@ TEST(Loading, ReplacesAnEarlierList) {
   two_volumes({on_first("Music")});
   Insert_Smb_Node(on_first("Left"));
   get_samba_info();
-  EXPECT_EQ(listed_names(), (Names{"Music"}));
+  EXPECT_EQ(listed_shares(), (Names{"Music"}));
   get_samba_info();
-  EXPECT_EQ(listed_names(), (Names{"Music"}));
+  EXPECT_EQ(listed_shares(), (Names{"Music"}));
 }
 
 TEST(Loading, KeepsNothingBetweenCalls) {
@@ -123,7 +109,7 @@ TEST(Loading, KeepsNothingBetweenCalls) {
       .shared_name("Attic = HD_a2\n")
       .config("/system_mgr/samba/workgroup", "OTHER");
   get_samba_info();
-  EXPECT_EQ(listed_names(), (Names{"Films"}));
+  EXPECT_EQ(listed_shares(), (Names{"Films"}));
   EXPECT_STREQ(pss->vol_share_name[0], "Attic");
   EXPECT_STREQ(pss->workgroup, "OTHER");
 }
@@ -135,20 +121,20 @@ TEST(Loading, ReadsAMirrorsShares) {
       share_xml({Share{"Music"}.path("/mnt/HD/HD_a2/Music").on_array(4, uuid).everyone(),
                  Share{"Other"}.path("/mnt/HD/HD_a2/Other").on_array(4, "1:2:3:4").everyone()}));
   get_samba_info();
-  EXPECT_EQ(listed_names(), (Names{"Music"}));
+  EXPECT_EQ(listed_shares(), (Names{"Music"}));
 }
 
 TEST(Loading, NamesVolumeRootsBeforeTheShareFilesAreRead) {
   two_volumes({Share{"Volume_1"}.path("/mnt/HD/HD_a2").on_disk("WD-TESTDISK0001").everyone()})
       .shared_name("Media = HD_a2\n");
   get_samba_info();
-  EXPECT_EQ(listed_names(), (Names{"Media"}));
+  EXPECT_EQ(listed_shares(), (Names{"Media"}));
 }
 
 TEST(Loading, OfAVolumeWithoutItsFileFindsNoShares) {
-  two_volumes({on_first("Music"), on_second("Docs")}).remove(first_file);
+  two_volumes({on_first("Music"), on_second("Docs")}).remove(first_share_file);
   get_samba_info();
-  EXPECT_EQ(listed_names(), (Names{"Docs"}));
+  EXPECT_EQ(listed_shares(), (Names{"Docs"}));
 }
 
 TEST(Loading, OfAnUnreadableFileFindsNoShares) {
@@ -160,14 +146,14 @@ TEST(Loading, OfAnUnreadableFileFindsNoShares) {
     get_samba_info();
     EXPECT_EQ(captured.out(), "");
     EXPECT_EQ(captured.err(), "");
-    EXPECT_EQ(listed_names(), (Names{"Docs"}));
+    EXPECT_EQ(listed_shares(), (Names{"Docs"}));
   }
 }
 
 TEST(Loading, OfAVolumeThatIsNotMountedFindsNoShares) {
   two_volumes({on_first("Music"), on_second("Docs")}).unmount("/mnt/HD/HD_a2");
   get_samba_info();
-  EXPECT_EQ(listed_names(), (Names{"Docs"}));
+  EXPECT_EQ(listed_shares(), (Names{"Docs"}));
 }
 
 TEST(Loading, CountsOnlyVolumesThatAreMarkedOneAsPresent) {
@@ -175,25 +161,25 @@ TEST(Loading, CountsOnlyVolumesThatAreMarkedOneAsPresent) {
   for (const int mark : {2, 0, -1}) {
     presence_after_discovery = mark;
     get_samba_info();
-    EXPECT_EQ(listed_names(), (Names{"USBDisk1_1"})) << mark;
+    EXPECT_EQ(listed_shares(), (Names{"USBDisk1_1"})) << mark;
   }
   presence_after_discovery = 2;
   Free_All_List();
   check_hd();
-  EXPECT_EQ(listed_names(), Names{});
+  EXPECT_EQ(listed_shares(), Names{});
 }
 
 TEST(Loading, WithoutShareFilesListsOnlyUsbDisks) {
   Appliance::single_disks().mount("/dev/sdc1", "/mnt/USB/HD_c1").mount("/dev/sdc5", "/mnt/USB/HD_c");
   get_samba_info();
-  EXPECT_EQ(listed_names(), (Names{"USBDisk1_1", "USBDisk1_c"}));
+  EXPECT_EQ(listed_shares(), (Names{"USBDisk1_1", "USBDisk1_c"}));
 }
 
 TEST(Loading, DropsUnknownAccountsAndSharesLeftEmpty) {
   two_volumes({on_first("Music").write("").read("#alice#,#ghost#,#@staff#,#@ghosts#"),
                on_second("Gone").write("#ghost#"), on_second("Docs").write("#bob#,#ghost#")});
   get_samba_info();
-  ASSERT_EQ(listed_names(), (Names{"Music", "Docs"}));
+  ASSERT_EQ(listed_shares(), (Names{"Music", "Docs"}));
   EXPECT_STREQ(pss->head->read_list, "#alice#,#@staff#");
   EXPECT_STREQ(pss->tail->write_list, "#bob#");
 }
@@ -201,15 +187,15 @@ TEST(Loading, DropsUnknownAccountsAndSharesLeftEmpty) {
 TEST(Loading, AddsUsbDisksAfterTheAccountsWereChecked) {
   two_volumes({on_first("USBDisk1_1").write("#ghost#")}).mount("/dev/sdc1", "/mnt/USB/HD_c1");
   get_samba_info();
-  ASSERT_EQ(listed_names(), (Names{"USBDisk1_1"}));
+  ASSERT_EQ(listed_shares(), (Names{"USBDisk1_1"}));
   EXPECT_STREQ(pss->head->path, "/mnt/USB/HD_c1");
-  EXPECT_STREQ(pss->head->write_list, "#nobody#,#@allaccount#");
+  EXPECT_STREQ(pss->head->write_list, everyone);
 }
 
 TEST(Loading, LeavesANameToTheVolumesShareThatHasIt) {
   two_volumes({on_first("USBDisk1_1")}).mount("/dev/sdc1", "/mnt/USB/HD_c1");
   get_samba_info();
-  ASSERT_EQ(listed_names(), (Names{"USBDisk1_1"}));
+  ASSERT_EQ(listed_shares(), (Names{"USBDisk1_1"}));
   EXPECT_STREQ(pss->head->path, "/mnt/HD/HD_a2/USBDisk1_1");
 }
 
@@ -218,7 +204,7 @@ TEST(Loading, ReadsTheDomainsFileInDomainModeAndChecksNoAccounts) {
       .ads_shares("/mnt/HD_a4", share_xml({on_first("Domain").write("#corpuser#")}))
       .config("/system_mgr/samba/ads_enable", "1");
   get_samba_info();
-  ASSERT_EQ(listed_names(), (Names{"Domain"}));
+  ASSERT_EQ(listed_shares(), (Names{"Domain"}));
   EXPECT_STREQ(pss->head->write_list, "#corpuser#");
 }
 
@@ -229,14 +215,14 @@ TEST(Loading, GoesBackToTheLocalFileWhenDomainModeEnds) {
   get_samba_info();
   machine.config("/system_mgr/samba/ads_enable", "2");
   get_samba_info();
-  EXPECT_EQ(listed_names(), (Names{"Local"}));
+  EXPECT_EQ(listed_shares(), (Names{"Local"}));
 }
 
 TEST(Loading, ChangesNoShareFile) {
   two_volumes({on_first("Music").write("#ghost#"), on_first("Docs")});
-  const std::string before = read_file(first_file);
+  const std::string before = read_file(first_share_file);
   get_samba_info2();
-  EXPECT_EQ(read_file(first_file), before);
+  EXPECT_EQ(read_file(first_share_file), before);
   EXPECT_EQ(transcript(), "");
 }
 
@@ -245,39 +231,41 @@ TEST(Loading, ReadsTheSettingsBeforeItLooksForVolumes) {
   const Ended ended = run_to_exit(get_samba_info);
   EXPECT_FALSE(ended.returned);
   EXPECT_EQ(ended.status, 255);
-  char name[512] = "";
-  xml_get_str("/system_mgr/samba/netbios_name", sizeof name, name);
-  EXPECT_STREQ(name, "tarvo-a1b2");
+  EXPECT_EQ(stored_value("/system_mgr/samba/netbios_name"), "tarvo-a1b2");
 }
 
 TEST(Loading, PrintsEveryStepInOrder) {
-  two_volumes({on_first("Music").write("#alice#"), on_first("Shared").read("#bob#,#nobody#"),
-               on_second("Docs").tag(2, "WD-TESTDISK0001")})
-      .config("/system_mgr/samba/netbios_name", "")
-      .hardware_address("02:00:00:0a:1b:02")
-      .shared_name("Media = HD_a2\nUSBStick = HD_c1\n")
-      .mount("/dev/sdc1", "/mnt/USB/HD_c1")
-      .remove("/mnt/HD_b4/.systemfile/.smb.xml");
-  smb_dbg_flag = 1;
-  EXPECT_EQ(output_of(get_samba_info), "mac[tarvo-a1b2]\n" + discovery_output("USB no [1]\n", disk_map) +
-                                           "share name HD_a2=[Media]\n"
-                                           "share name HD_b2=[]\n"
-                                           "i=0, [HD_c1]\n"
-                                           "read_HD_xml: read xml path = /mnt/HD_a4/.systemfile/.smb.xml\n"
-                                           "xxxxxxxxxxxxxxxxx[/mnt/HD/HD_b2/Docs][0]\n"
-                                           "read_HD_xml: read xml path = /mnt/HD_b4/.systemfile/.smb.xml\n"
-                                           "read_HD_xml: read path not exist = "
-                                           "/mnt/HD_b4/.systemfile/.smb.xml\n"
-                                           " read from LIST = bob\n"
-                                           " read from LIST = nobody\n");
+  Appliance machine =
+      two_volumes({on_first("Music").write("#alice#"), on_first("Shared").read("#bob#,#nobody#"),
+                   on_second("Docs").tag(2, "WD-TESTDISK0001")})
+          .hardware_address("02:00:00:0a:1b:02")
+          .shared_name("Media = HD_a2\nUSBStick = HD_c1\n")
+          .mount("/dev/sdc1", "/mnt/USB/HD_c1")
+          .remove(second_share_file);
+  const auto load_unnamed = [&machine] {
+    machine.config("/system_mgr/samba/netbios_name", "");
+    get_samba_info();
+  };
+  const std::string name = "mac[tarvo-a1b2]\n";
+  const std::string shares = "share name HD_a2=[Media]\n"
+                             "share name HD_b2=[]\n"
+                             "i=0, [HD_c1]\n"
+                             "read_HD_xml: read xml path = /mnt/HD_a4/.systemfile/.smb.xml\n"
+                             "xxxxxxxxxxxxxxxxx[/mnt/HD/HD_b2/Docs][0]\n"
+                             "read_HD_xml: read xml path = /mnt/HD_b4/.systemfile/.smb.xml\n"
+                             "read_HD_xml: read path not exist = /mnt/HD_b4/.systemfile/.smb.xml\n"
+                             " read from LIST = bob\n"
+                             " read from LIST = nobody\n";
+  expect_listing_and_trace(load_unnamed, name + discovery_output("", "") + shares,
+                           name + discovery_output("USB no [1]\n", disk_map_trace) + shares);
 }
 
 TEST(Loading, LeavesTheTracesOutForAFlagOtherThanOne) {
   two_volumes({on_first("Music")}).mount("/dev/sdc1", "/mnt/USB/HD_c1");
-  smb_dbg_flag = 2;
-  EXPECT_EQ(output_of(get_samba_info), discovery_output("", "") +
-                                           "read_HD_xml: read xml path = /mnt/HD_a4/.systemfile/.smb.xml\n"
-                                           "read_HD_xml: read xml path = /mnt/HD_b4/.systemfile/.smb.xml\n");
+  const std::string files = "read_HD_xml: read xml path = /mnt/HD_a4/.systemfile/.smb.xml\n"
+                            "read_HD_xml: read xml path = /mnt/HD_b4/.systemfile/.smb.xml\n";
+  expect_listing_and_trace(get_samba_info, discovery_output("", "") + files,
+                           discovery_output("USB no [1]\n", disk_map_trace) + files);
 }
 
 TEST(Loading, PrintsNothingWithoutTheFlag) {
@@ -290,7 +278,7 @@ TEST(Loading, PrintsNothingWithoutTheFlag) {
 TEST(LoadingWithoutChecks, KeepsUnknownAccountsAndAddsNoUsbDisk) {
   two_volumes({on_first("Music").write("#ghost#"), on_second("Docs")}).mount("/dev/sdc1", "/mnt/USB/HD_c1");
   check_hd();
-  ASSERT_EQ(listed_names(), (Names{"Music", "Docs"}));
+  ASSERT_EQ(listed_shares(), (Names{"Music", "Docs"}));
   EXPECT_STREQ(pss->head->write_list, "#ghost#");
   EXPECT_EQ(pss->usb_exist[0], 1);
 }
@@ -300,7 +288,7 @@ TEST(LoadingWithoutChecks, AddsToTheListAsItIs) {
   Insert_Smb_Node(on_second("Left"));
   Insert_Smb_Node(on_first("Music").comment("mine"));
   check_hd();
-  EXPECT_EQ(listed_names(), (Names{"Left", "Music", "Docs"}));
+  EXPECT_EQ(listed_shares(), (Names{"Left", "Music", "Docs"}));
   EXPECT_STREQ(pss->head->next->comment, "mine");
 }
 
@@ -313,7 +301,7 @@ TEST(LoadingWithoutChecks, ReadsSettingsAndShareNames) {
   check_hd();
   EXPECT_STREQ(pss->vol_share_name[0], "Media");
   EXPECT_STREQ(pss->workgroup, "HOME");
-  EXPECT_EQ(listed_names(), (Names{"Domain"}));
+  EXPECT_EQ(listed_shares(), (Names{"Domain"}));
 }
 
 TEST(LoadingForTheWriter, TurnsOplocksOffEverywhereWhileAfpIsOn) {
@@ -352,9 +340,9 @@ TEST(LoadingForTheWriter, KeepsOplocksWithoutAnExportsFile) {
 
 TEST(LoadingForTheWriter, ChangesOplocksInMemoryOnly) {
   two_volumes({on_first("Music")}).config("/system_mgr/afp/enable", "1");
-  const std::string before = read_file(first_file);
+  const std::string before = read_file(first_share_file);
   get_samba_info2();
-  EXPECT_EQ(read_file(first_file), before);
+  EXPECT_EQ(read_file(first_share_file), before);
   EXPECT_EQ(pss->list_changed, 0);
   get_samba_info();
   EXPECT_EQ(oplocks(), (Names{"Music yes"}));
@@ -364,7 +352,7 @@ TEST(LoadingForTheWriter, LeavesTheCheckedCatalogueLoaded) {
   two_volumes({on_first("Music"), on_first("Gone").write("#ghost#")}).mount("/dev/sdc1", "/mnt/USB/HD_c1");
   Insert_Smb_Node(on_first("Left"));
   get_samba_info2();
-  EXPECT_EQ(listed_names(), (Names{"Music", "USBDisk1_1"}));
+  EXPECT_EQ(listed_shares(), (Names{"Music", "USBDisk1_1"}));
 }
 
 TEST(LoadingForTheWriter, ComparesSharesWithExportsInListOrder) {
@@ -377,12 +365,9 @@ TEST(LoadingForTheWriter, ComparesSharesWithExportsInListOrder) {
                                   "compare path---->[/mnt/HD/HD_b2/Docs]\n"
                                   "get_nfs_path---->[/mnt/HD/HD_b2/Other]\n"
                                   "compare path---->[/mnt/HD/HD_b2/Docs]\n";
-  for (const int flag : {1, 2}) {
-    SCOPED_TRACE(flag);
-    smb_dbg_flag = flag;
-    const std::string load = output_of(get_samba_info);
-    EXPECT_EQ(output_of(get_samba_info2), load + (flag == 1 ? comparisons : ""));
-  }
+  expect_output(get_samba_info2, [&comparisons](int flag) {
+    return output_of(get_samba_info) + (flag == 1 ? comparisons : "");
+  });
 }
 
 TEST(LoadingForTheWriter, DoesNotAskForExportsWhileAfpIsOn) {
@@ -390,9 +375,7 @@ TEST(LoadingForTheWriter, DoesNotAskForExportsWhileAfpIsOn) {
       .config("/system_mgr/afp/enable", "1")
       .config("/system_mgr/nfs/enable", "1")
       .exports("\"/mnt/HD/HD_a2/Music\" *(rw)\n");
-  smb_dbg_flag = 1;
-  const std::string load = output_of(get_samba_info);
-  EXPECT_EQ(output_of(get_samba_info2), load);
+  expect_output(get_samba_info2, [](int /*flag*/) { return output_of(get_samba_info); });
 }
 
 } // namespace
@@ -400,6 +383,6 @@ TEST(LoadingForTheWriter, DoesNotAskForExportsWhileAfpIsOn) {
 
 // Wins over the library's own: the real discovery, after which the volumes may be marked otherwise.
 void get_hd_raid_info(smb_catalogue *table) {
-  reinterpret_cast<void (*)(smb_catalogue *)>(dlsym(RTLD_NEXT, "get_hd_raid_info"))(table);
+  nasshare::tests::next_definition<void(smb_catalogue *)>("get_hd_raid_info")(table);
   nasshare::tests::mark_volumes(*table);
 }

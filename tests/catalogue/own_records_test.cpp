@@ -1,12 +1,14 @@
 // A host program loads the list, picks a share and hands its own record or name back: the operations load,
 // and so empty, the list first.
 #include "appliance.h"
+#include "fields.h"
 #include "nasshare/acl.h"
 #include "nasshare/catalogue.h"
+#include "paths.h"
 #include "share.h"
 
-#include <cstring>
 #include <gtest/gtest.h>
+#include <string>
 
 namespace nasshare::tests {
 namespace {
@@ -15,16 +17,14 @@ void load_music_and_films() {
   Appliance::single_disks()
       .folder("/mnt/HD/HD_a2/Music")
       .folder("/mnt/HD/HD_a2/Films")
-      .shares(
-          "/mnt/HD_a4",
-          share_xml({Share{"Music"}.path("/mnt/HD/HD_a2/Music").write("#alice#").on_disk("WD-TESTDISK0001"),
-                     Share{"Films"}.path("/mnt/HD/HD_a2/Films").write("#bob#").on_disk("WD-TESTDISK0001")}));
+      .shares("/mnt/HD_a4",
+              share_xml({stored_share("Music").write("#alice#"), stored_share("Films").write("#bob#")}));
   get_samba_info();
   ASSERT_EQ(pss->count, 2);
 }
 
 std::string stored() {
-  return read_file("/mnt/HD_a4/.systemfile/.smb.xml");
+  return read_file(first_share_file);
 }
 
 TEST(AListedSharesOwnName, IsTaken) {
@@ -46,10 +46,8 @@ TEST(AListedSharesOwnName, DeletesIt) {
 
 TEST(AListedSharesOwnName, IsThatOfAnAccount) {
   Appliance::single_disks()
-      .folder("/mnt/HD/HD_a2/home")
-      .shares(
-          "/mnt/HD_a4",
-          share_xml({Share{"alice"}.path("/mnt/HD/HD_a2/home").write("#bob#").on_disk("WD-TESTDISK0001")}));
+      .folder("/mnt/HD/HD_a2/alice")
+      .shares("/mnt/HD_a4", share_xml({stored_share("alice").write("#bob#")}));
   get_samba_info();
   ASSERT_EQ(pss->count, 1);
   insert_acnt_node("alice", 2);
@@ -59,7 +57,7 @@ TEST(AListedSharesOwnName, IsThatOfAnAccount) {
 
 TEST(AListedRecord, CanBeChanged) {
   load_music_and_films();
-  std::strcpy(pss->head->comment, "changed");
+  put(pss->head->comment, "changed");
   EXPECT_EQ(mod_share(pss->head), 1);
   EXPECT_NE(stored().find("<comment>changed</comment>"), std::string::npos);
   EXPECT_EQ(Is_Smb_Empty(), 1);
@@ -67,14 +65,14 @@ TEST(AListedRecord, CanBeChanged) {
 
 TEST(AListedRecord, OfTheEndOfTheListCanBeChanged) {
   load_music_and_films();
-  std::strcpy(pss->tail->comment, "changed");
+  put(pss->tail->comment, "changed");
   EXPECT_EQ(mod_share(pss->tail), 1);
   EXPECT_NE(stored().find("<comment>changed</comment>"), std::string::npos);
 }
 
 TEST(AListedRecord, CanBeAddedUnderAnotherName) {
   load_music_and_films();
-  std::strcpy(pss->head->name, "Sounds");
+  put(pss->head->name, "Sounds");
   EXPECT_EQ(add_share(pss->head), 1);
   EXPECT_EQ(chk_share("Sounds"), 0);
   EXPECT_EQ(chk_share("Music"), 0);

@@ -1,9 +1,7 @@
-// Moving a stored path onto a volume's mount point, and a stored name to the volume's configured one.
+// fix_path: moving a stored path onto a volume's mount point.
+#include "fields.h"
 #include "nasshare/catalogue.h"
 
-#include <array>
-#include <cstdio>
-#include <cstring>
 #include <gtest/gtest.h>
 #include <string>
 
@@ -11,24 +9,17 @@ namespace nasshare::tests {
 namespace {
 
 // A path field, and the field behind it.
-struct PathField {
-  explicit PathField(const std::string &text) { std::memcpy(path, text.c_str(), text.size() + 1); }
+struct GuardedPath {
+  explicit GuardedPath(const std::string &text) { put(path, text); }
   char path[4096] = "";
   char neighbour[16] = "neighbour";
 };
 
 std::string fixed(const std::string &path, int volume) {
-  PathField field(path);
+  GuardedPath field(path);
   fix_path(field.path, volume);
   EXPECT_STREQ(field.neighbour, "neighbour");
   return field.path;
-}
-
-std::string renamed(const std::string &configured, int volume) {
-  std::snprintf(pss->vol_share_name[volume], sizeof pss->vol_share_name[volume], "%s", configured.c_str());
-  char name[512] = "Volume_1";
-  fix_share_name(name, volume);
-  return name;
 }
 
 TEST(FixPath, MovesThePathOntoTheVolume) {
@@ -86,27 +77,6 @@ TEST(VolumeRoots, AreTheFourMountPoints) {
   EXPECT_STREQ(SMB_VOL_NAME[1], "/mnt/HD/HD_b2");
   EXPECT_STREQ(SMB_VOL_NAME[2], "/mnt/HD/HD_c2");
   EXPECT_STREQ(SMB_VOL_NAME[3], "/mnt/HD/HD_d2");
-}
-
-TEST(FixShareName, TakesTheConfiguredName) {
-  EXPECT_EQ(renamed("Family", 0), "Family");
-  EXPECT_EQ(renamed("Work", 1), "Work");
-  EXPECT_EQ(renamed(std::string(511, 'n'), 0), std::string(511, 'n'));
-}
-
-TEST(FixShareName, KeepsTheNameWhenNoneIsConfigured) {
-  std::strcpy(pss->vol_share_name[1], "Work");
-  EXPECT_EQ(renamed("", 0), "Volume_1");
-}
-
-TEST(FixShareName, KnowsNoOtherVolumes) {
-  char name[512] = "Volume_1";
-  std::strcpy(pss->vol_share_name[0], "Family");
-  std::strcpy(pss->vol_share_name[1], "Work");
-  fix_share_name(name, -1);
-  fix_share_name(name, 2);
-  EXPECT_STREQ(name, "Volume_1");
-  fix_share_name(nullptr, 0);
 }
 
 } // namespace

@@ -2,10 +2,12 @@
 // followed nor in the way of a change.
 #include "appliance.h"
 #include "nasshare/catalogue.h"
+#include "paths.h"
 #include "share.h"
 
 #include <csignal>
 #include <gtest/gtest.h>
+#include <string>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -13,8 +15,6 @@
 namespace nasshare::tests {
 namespace {
 
-constexpr const char *temporary = "/tmp/.smb.xml";
-constexpr const char *stored = "/mnt/HD_a4/.systemfile/.smb.xml";
 constexpr uid_t somebody = 1000;
 
 Appliance volumes() {
@@ -27,34 +27,34 @@ Appliance volumes() {
 
 void expect_stored() {
   EXPECT_EQ(add_share(Share{"Music"}.path("/mnt/HD/HD_a2/Music").write("#alice#")), 1);
-  EXPECT_NE(read_file(stored).find("<name>Music</name>"), std::string::npos);
+  EXPECT_NE(read_file(first_share_file).find("<name>Music</name>"), std::string::npos);
 }
 
 void expect_added() {
   expect_stored();
-  EXPECT_FALSE(exists(temporary));
+  EXPECT_FALSE(exists(temporary_share_file));
   EXPECT_EQ(read_file("/etc/secret"), "secret");
 }
 
 void expect_not_spread() {
   cp_xml_to_hidden();
-  EXPECT_EQ(read_file(stored), "old");
+  EXPECT_EQ(read_file(first_share_file), "old");
 }
 
 TEST(PlantedInTheWayOfAChange, ASymbolicLink) {
-  volumes().link("/etc/secret", temporary);
+  volumes().link("/etc/secret", temporary_share_file);
   expect_added();
 }
 
 TEST(PlantedInTheWayOfAChange, AHardLink) {
   volumes().file("/tmp/secret", "secret");
-  ASSERT_EQ(link("/tmp/secret", temporary), 0);
+  ASSERT_EQ(link("/tmp/secret", temporary_share_file), 0);
   expect_added();
   EXPECT_EQ(read_file("/tmp/secret"), "secret");
 }
 
 TEST(PlantedInTheWayOfAChange, AnEmptyFolder) {
-  volumes().folder(temporary);
+  volumes().folder(temporary_share_file);
   expect_added();
 }
 
@@ -65,13 +65,13 @@ TEST(PlantedInTheWayOfAChange, AFolderWithSomethingInIt) {
 
 TEST(PlantedInTheWayOfAChange, APipe) {
   volumes();
-  ASSERT_EQ(mkfifo(temporary, 0666), 0);
+  ASSERT_EQ(mkfifo(temporary_share_file, 0666), 0);
   expect_added();
 }
 
 TEST(PlantedInTheWayOfAChange, AFileOfSomebodyElse) {
-  volumes().file(temporary, "<config/>", 0666);
-  ASSERT_EQ(chown(temporary, somebody, somebody), 0);
+  volumes().file(temporary_share_file, "<config/>", 0666);
+  ASSERT_EQ(chown(temporary_share_file, somebody, somebody), 0);
   expect_added();
 }
 
@@ -86,7 +86,7 @@ TEST(PlantedInTheWayOfAChange, FoldersWithoutEnd) {
   if (planter == 0) {
     EXPECT_EQ(setuid(somebody), 0);
     for (;;) {
-      mkdir(temporary, 0777);
+      mkdir(temporary_share_file, 0777);
     }
   }
   for (int i = 0; i < 20; ++i) {
@@ -98,25 +98,25 @@ TEST(PlantedInTheWayOfAChange, FoldersWithoutEnd) {
 }
 
 TEST(PlantedToBeSpread, ASymbolicLinkIsNot) {
-  volumes().shares("/mnt/HD_a4", "old").link("/home/planted.xml", temporary);
+  volumes().shares("/mnt/HD_a4", "old").link("/home/planted.xml", temporary_share_file);
   expect_not_spread();
 }
 
 TEST(PlantedToBeSpread, AFileWithASecondNameIsNot) {
   volumes().shares("/mnt/HD_a4", "old").file("/tmp/first", "<config/>");
-  ASSERT_EQ(link("/tmp/first", temporary), 0);
+  ASSERT_EQ(link("/tmp/first", temporary_share_file), 0);
   expect_not_spread();
 }
 
 TEST(PlantedToBeSpread, AFileOfSomebodyElseIsNot) {
-  volumes().shares("/mnt/HD_a4", "old").file(temporary, "<config/>");
-  ASSERT_EQ(chown(temporary, somebody, somebody), 0);
+  volumes().shares("/mnt/HD_a4", "old").file(temporary_share_file, "<config/>");
+  ASSERT_EQ(chown(temporary_share_file, somebody, somebody), 0);
   expect_not_spread();
 }
 
 TEST(PlantedToBeSpread, APipeIsNotAndDoesNotHang) {
   volumes().shares("/mnt/HD_a4", "old");
-  ASSERT_EQ(mkfifo(temporary, 0666), 0);
+  ASSERT_EQ(mkfifo(temporary_share_file, 0666), 0);
   expect_not_spread();
 }
 

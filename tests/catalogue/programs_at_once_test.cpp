@@ -3,14 +3,16 @@
 #include "nasshare/catalogue.h"
 #include "nasshare/dfs.h"
 #include "nasshare/platform.h"
-#include "output.h"
+#include "next_definition.h"
 #include "share.h"
 
+#include <array>
 #include <csignal>
-#include <dlfcn.h>
+#include <cstdio>
 #include <fcntl.h>
 #include <functional>
 #include <gtest/gtest.h>
+#include <string>
 #include <sys/file.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -83,8 +85,8 @@ TEST(ProgramsAtOnce, LoseNoLink) {
 
 TEST(ProgramLock, OfAKilledHolderBlocksNobody) {
   Appliance::single_disks().folder("/mnt/HD/HD_a2/Music");
-  int ready[2];
-  ASSERT_EQ(pipe(ready), 0);
+  std::array<int, 2> ready{};
+  ASSERT_EQ(pipe(ready.data()), 0);
   const pid_t holder = fork();
   if (holder == 0) {
     const int fd = open(lock, O_RDWR | O_CREAT, 0600);
@@ -137,8 +139,7 @@ TEST(ProgramLock, IsDoneWithoutWhereItCannotBeMade) {
 // This program's own configuration database, a firmware's that starts a service of its own when it is first
 // read.
 extern "C" [[gnu::visibility("default")]] int xml_get_int(const char *key) {
-  using Read = int (*)(const char *);
-  static const auto reference = reinterpret_cast<Read>(dlsym(RTLD_NEXT, "xml_get_int"));
+  static auto *const reference = nasshare::tests::next_definition<int(const char *)>("xml_get_int");
   nasshare::tests::start_service_once();
   return reference(key);
 }

@@ -1,15 +1,17 @@
 // Records that would not come back as they are, or that would say more in smb.conf than they should.
+#include "access_lists.h"
 #include "appliance.h"
+#include "fields.h"
 #include "nasshare/catalogue.h"
+#include "paths.h"
 #include "share.h"
 
-#include <cstring>
 #include <gtest/gtest.h>
+#include <string>
+#include <string_view>
 
 namespace nasshare::tests {
 namespace {
-
-constexpr const char *file = "/mnt/HD_a4/.systemfile/.smb.xml";
 
 Share films() {
   return Share{"Films"}.path("/mnt/HD/HD_a2/Films").write("#alice#");
@@ -21,7 +23,7 @@ Appliance with_films_folder() {
 
 void expect_refused(smb_share *record) {
   EXPECT_EQ(add_share(record), 0);
-  EXPECT_FALSE(exists(file));
+  EXPECT_FALSE(exists(first_share_file));
   EXPECT_EQ(transcript(), "");
 }
 
@@ -42,34 +44,32 @@ TEST(RefusedRecords, LineEndsWouldBeginLinesOfTheirOwn) {
 TEST(RefusedRecords, AlsoOnAChange) {
   with_films_folder();
   ASSERT_EQ(add_share(films()), 1);
-  const std::string before = read_file(file);
+  const std::string before = read_file(first_share_file);
   EXPECT_EQ(mod_share(films().comment("a\nb")), 0);
-  EXPECT_EQ(read_file(file), before);
+  EXPECT_EQ(read_file(first_share_file), before);
 }
 
 TEST(RefusedRecords, AFieldWithoutATerminatorHasNoEnd) {
   with_films_folder();
   const Share share = films();
-  std::memset(share.record().name, 'n', sizeof share.record().name);
+  overfill(share.record().name, 'n');
   expect_refused(share);
 }
 
 // Everyone may write but for those who are denied: none of them may drop out when the guest goes in front.
 TEST(RefusedRecords, ADenyListWithoutRoomForTheGuest) {
   with_films_folder();
+  constexpr std::size_t room = 12287 - std::string_view("#nobody#,").size();
   std::string denied = "#bob#";
-  while (denied.size() + std::strlen(",#carol#") <= 12287 - std::strlen("#nobody#,") + 1) {
+  std::string fits;
+  while (denied.size() <= room) {
+    fits = denied;
     denied += ",#carol#";
   }
-  const std::string fits = denied.substr(0, denied.rfind(','));
-  ASSERT_LE(fits.size() + std::strlen("#nobody#,"), 12287U);
-  while (denied.size() + std::strlen("#nobody#,") <= 12287) {
-    denied += ",#carol#";
-  }
-  const Share full = Share(films()).write("#nobody#,#@Domain Users#").deny(denied);
+  const Share full = Share(films()).write(everyone_in_a_domain).deny(denied);
   expect_refused(full);
-  const Share room = Share(films()).write("#nobody#,#@Domain Users#").deny(fits);
-  EXPECT_EQ(add_share(room), 1);
+  const Share roomy = Share(films()).write(everyone_in_a_domain).deny(fits);
+  EXPECT_EQ(add_share(roomy), 1);
 }
 
 // What the drive reports is no text: the record would belong to no volume on the next load.

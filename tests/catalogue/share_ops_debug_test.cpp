@@ -1,24 +1,22 @@
 // What add_share, mod_share and del_share print with debug output on. What the load in their middle prints
 // is a test of its own; here it is whatever a load alone prints.
 #include "appliance.h"
+#include "debug_output.h"
+#include "fields.h"
 #include "nasshare/catalogue.h"
-#include "nasshare/support.h"
 #include "output.h"
 #include "share.h"
 
-#include <cstring>
 #include <functional>
 #include <gtest/gtest.h>
+#include <string>
+#include <vector>
 
 namespace nasshare::tests {
 namespace {
 
-Share stored(const char *name, const std::string &path) {
-  return Share{name}.path(path).oplocks("yes").map_archive("no").everyone().on_disk("WD-TESTDISK0001");
-}
-
 Share music() {
-  return stored("Music", "/mnt/HD/HD_a2/Music");
+  return stored_share("Music").everyone();
 }
 
 Appliance one_share() {
@@ -27,8 +25,7 @@ Appliance one_share() {
       .folder("/mnt/HD/HD_b2/R&D")
       .folder("/home/common")
       .config("/system_mgr/samba/netbios_name", "ATTIC")
-      .shares("/mnt/HD_a4", share_xml({music()}))
-      .shares("/mnt/HD_b4", share_xml({music()}));
+      .shares(share_xml({music()}));
 }
 
 // A share whose lists are stored as they are.
@@ -43,120 +40,95 @@ Share research() {
       .recycle(1);
 }
 
-struct Outcome {
-  int answer = -1;
-  std::string load; // what loading alone prints just before
-  std::string out;
-};
-
-Outcome outcome_of(int flag, const std::function<int()> &operation) {
-  smb_dbg_flag = flag;
-  Outcome outcome;
-  outcome.load = output_of(get_samba_info);
-  Free_All_List();
-  outcome.out = output_of([&] { outcome.answer = operation(); });
-  return outcome;
+// What an operation prints at each value of smb_dbg_flag when both volumes hold these shares. For any value
+// but 0 `text` puts it around what loading alone prints.
+void expect_around_load(const std::vector<Share> &stored, const std::function<void()> &operation,
+                        const std::function<std::string(int flag, const std::string &load)> &text) {
+  std::string load;
+  const auto restore_and_operate = [&] {
+    Appliance{}.shares(share_xml(stored)).ads_shares(share_xml(stored));
+    load = output_of(get_samba_info);
+    Free_All_List();
+    operation();
+  };
+  expect_output(restore_and_operate, [&](int flag) { return flag == 0 ? "" : text(flag, load); });
 }
 
+constexpr const char *no_rebuild = "rebuld_input_data return!!\n";
 constexpr const char *lists_of_research = "read_list       : [#alice#]\n"
                                           "write_list      : [#bob#]\n"
                                           "invalid_users   : []\n";
 
-constexpr const char *list_with_research = "\n"
-                                           "volume_raid     : [1]\n"
-                                           "hd_serial       : [WD-TESTDISK0001]\n"
-                                           "name            : [Music]\n"
-                                           "comment         : []\n"
-                                           "path            : [/mnt/HD/HD_a2/Music]\n"
-                                           "browseable      : [yes]\n"
-                                           "public          : [yes]\n"
-                                           "oplocks         : [yes]\n"
-                                           "map_archive     : [no]\n"
-                                           "read_list       : []\n"
-                                           "write_list      : [#nobody#,#@allaccount#]\n"
-                                           "invalid_users   : []\n"
-                                           "valid_users     : [#nobody#,#@allaccount#]\n"
-                                           "recycle_enable  : [0]\n"
-                                           "recycle_tree    : [0]\n"
-                                           "\n"
-                                           "volume_raid     : [1]\n"
-                                           "hd_serial       : [WD-TESTDISK0002]\n"
-                                           "name            : [R&amp;D]\n"
-                                           "comment         : [Ideas &amp; drafts]\n"
-                                           "path            : [/mnt/HD/HD_b2/R&amp;D]\n"
-                                           "browseable      : [yes]\n"
-                                           "public          : [yes]\n"
-                                           "oplocks         : [no]\n"
-                                           "map_archive     : [no]\n"
-                                           "read_list       : [#alice#]\n"
-                                           "write_list      : [#bob#]\n"
-                                           "invalid_users   : [#nobody#]\n"
-                                           "valid_users     : [#alice#,#bob#]\n"
-                                           "recycle_enable  : [1]\n"
-                                           "recycle_tree    : [0]\n"
-                                           "\n";
+Share listed_music() {
+  return music().valid("#nobody#,#@allaccount#");
+}
+
+// As the listing has it: it comes after the write, which leaves names, comments and paths escaped.
+Share listed_research() {
+  return Share{"R&amp;D"}
+      .comment("Ideas &amp; drafts")
+      .path("/mnt/HD/HD_b2/R&amp;D")
+      .browseable("yes")
+      .public_("yes")
+      .oplocks("no")
+      .map_archive("no")
+      .read("#alice#")
+      .write("#bob#")
+      .deny("#nobody#")
+      .valid("#alice#,#bob#")
+      .recycle(1)
+      .on_disk("WD-TESTDISK0002");
+}
 
 TEST(AddShareOutput, IsNothingWithoutTheFlag) {
   one_share();
-  const Outcome outcome = outcome_of(0, [] { return add_share(research()); });
-  EXPECT_EQ(outcome.answer, 1);
-  EXPECT_EQ(outcome.out, "");
+  EXPECT_EQ(output_of([] { EXPECT_EQ(add_share(research()), 1); }), "");
 }
 
-// The listing comes after the write, which leaves names, comments and paths escaped.
 TEST(AddShareOutput, HasListsLoadTagAndListing) {
-  Appliance machine = one_share();
-  for (const int flag : {1, 2}) {
-    SCOPED_TRACE(flag);
-    machine.shares("/mnt/HD_a4", share_xml({music()})).shares("/mnt/HD_b4", share_xml({music()}));
-    const Outcome outcome = outcome_of(flag, [] { return add_share(research()); });
-    EXPECT_EQ(outcome.answer, 1);
-    EXPECT_EQ(outcome.out, std::string("rebuld_input_data return!!\n") + lists_of_research + outcome.load +
-                               "####p->hd_serial [WD-TESTDISK0002]\n" + list_with_research);
-  }
+  one_share();
+  expect_around_load(
+      {music()}, [] { EXPECT_EQ(add_share(research()), 1); },
+      [](int /*flag*/, const std::string &load) {
+        return std::string(no_rebuild) + lists_of_research + load + "####p->hd_serial [WD-TESTDISK0002]\n" +
+               share_listing({listed_music(), listed_research()});
+      });
 }
 
 TEST(AddShareOutput, HasTheRewrittenLists) {
-  Appliance machine = one_share();
-  for (const int flag : {1, 2}) {
-    SCOPED_TRACE(flag);
-    machine.shares("/mnt/HD_a4", share_xml({})).shares("/mnt/HD_b4", share_xml({}));
-    const Outcome outcome =
-        outcome_of(flag, [] { return add_share(music().read("#alice#").deny("#carol#")); });
-    const std::string start = std::string("run rebuld_input_data! [1][0]\n") +
-                              (flag == 1 ? "$$$list[#nobody#,#@allaccount#]\n$$$[#bob#]\n" : "") +
-                              "read_list       : [#alice#]\n"
-                              "write_list      : [#bob#]\n"
-                              "invalid_users   : [#carol#]\n" +
-                              outcome.load + "####p->hd_serial [WD-TESTDISK0001]\n\nvolume_raid     : [1]\n";
-    EXPECT_EQ(outcome.out.substr(0, start.size()), start);
-  }
+  one_share();
+  expect_around_load(
+      {}, [] { EXPECT_EQ(add_share(music().read("#alice#").deny("#carol#")), 1); },
+      [](int flag, const std::string &load) {
+        return std::string("run rebuld_input_data! [1][0]\n") +
+               (flag == 1 ? "$$$list[#nobody#,#@allaccount#]\n$$$[#bob#]\n" : "") +
+               "read_list       : [#alice#]\n"
+               "write_list      : [#bob#]\n"
+               "invalid_users   : [#carol#]\n" +
+               load + "####p->hd_serial [WD-TESTDISK0001]\n" +
+               share_listing(
+                   {music().read("#alice#").write("#bob#").deny("#nobody#,#carol#").valid("#alice#,#bob#")});
+      });
 }
 
 TEST(AddShareOutput, HasNoWordOfTheRebuildInDomainMode) {
-  Appliance machine = one_share().config("/system_mgr/samba/ads_enable", "1");
-  for (const int flag : {0, 1, 2}) {
-    SCOPED_TRACE(flag);
-    machine.ads_shares("/mnt/HD_a4", share_xml({music()})).remove("/mnt/HD_b4/.systemfile/.smb_ads.xml");
-    const Outcome outcome = outcome_of(flag, [] { return add_share(research()); });
-    EXPECT_EQ(outcome.answer, 1);
-    EXPECT_EQ(outcome.out, flag == 0 ? ""
-                                     : lists_of_research + outcome.load +
-                                           "####p->hd_serial [WD-TESTDISK0002]\n" + list_with_research);
-  }
+  one_share().config("/system_mgr/samba/ads_enable", "1");
+  expect_around_load(
+      {music()}, [] { EXPECT_EQ(add_share(research()), 1); },
+      [](int /*flag*/, const std::string &load) {
+        return lists_of_research + load + "####p->hd_serial [WD-TESTDISK0002]\n" +
+               share_listing({listed_music(), listed_research()});
+      });
 }
 
 TEST(AddShareOutput, HasNoTagForAPathOnNeitherVolume) {
-  Appliance machine = one_share();
-  for (const int flag : {1, 2}) {
-    SCOPED_TRACE(flag);
-    machine.shares("/mnt/HD_a4", share_xml({})).shares("/mnt/HD_b4", share_xml({}));
-    const Outcome outcome =
-        outcome_of(flag, [] { return add_share(Share(research()).path("/home/common").tag(7, "far")); });
-    const std::string start = std::string("rebuld_input_data return!!\n") + lists_of_research + outcome.load +
-                              "\nvolume_raid     : [7]\nhd_serial       : [far]\n";
-    EXPECT_EQ(outcome.out.substr(0, start.size()), start);
-  }
+  one_share();
+  expect_around_load(
+      {}, [] { EXPECT_EQ(add_share(research().path("/home/common").tag(7, "far")), 1); },
+      [](int /*flag*/, const std::string &load) {
+        return std::string(no_rebuild) + lists_of_research + load +
+               share_listing({listed_research().path("/home/common").tag(7, "far")});
+      });
 }
 
 TEST(AddShareOutput, NamesThePathOfInvalidInput) {
@@ -171,115 +143,84 @@ TEST(AddShareOutput, NamesThePathOfInvalidInput) {
       {Share{"New"}.path("/%s%n"), "input data error! [/%s%n]\n"},
   };
   for (const auto &row : rows) {
-    for (const int flag : {0, 1, 2}) {
-      SCOPED_TRACE(flag);
-      smb_dbg_flag = flag;
-      EXPECT_EQ(output_of([&row] { EXPECT_EQ(add_share(row.share), 0); }), flag == 0 ? "" : row.message);
-    }
+    expect_listing([&row] { EXPECT_EQ(add_share(row.share), 0); }, row.message);
   }
 }
 
 TEST(AddShareOutput, OfAPathWithoutATerminatorEndsWithTheField) {
-  smb_share record = Share{"Music"};
-  std::memset(record.path, 'x', sizeof record.path);
-  smb_dbg_flag = 2;
-  EXPECT_EQ(output_of([&] { EXPECT_EQ(add_share(&record), 0); }),
-            "input data error! [" + std::string(sizeof record.path, 'x') + "]\n");
+  const Share share{"Music"};
+  smb_share &record = share.record();
+  overfill(record.path, 'x');
+  expect_listing([&record] { EXPECT_EQ(add_share(&record), 0); },
+                 "input data error! [" + std::string(sizeof record.path, 'x') + "]\n");
 }
 
 TEST(AddShareOutput, OfNoRecordHasAnEmptyPath) {
-  for (const int flag : {0, 1, 2}) {
-    smb_dbg_flag = flag;
-    EXPECT_EQ(output_of([] { add_share(nullptr); }), flag == 0 ? "" : "input data error! []\n") << flag;
-  }
+  expect_listing([] { add_share(nullptr); }, "input data error! []\n");
 }
 
 TEST(AddShareOutput, EndsWithTheLoadForATakenName) {
   one_share();
-  for (const int flag : {0, 1, 2}) {
-    SCOPED_TRACE(flag);
-    const Outcome outcome =
-        outcome_of(flag, [] { return add_share(Share{"Music"}.path("/mnt/HD/HD_b2/R&D")); });
-    EXPECT_EQ(outcome.answer, 0);
-    EXPECT_EQ(outcome.out, flag == 0 ? ""
-                                     : "rebuld_input_data return!!\n"
-                                       "read_list       : []\n"
-                                       "write_list      : []\n"
-                                       "invalid_users   : []\n" +
-                                           outcome.load);
-  }
+  expect_around_load(
+      {music()}, [] { EXPECT_EQ(add_share(Share{"Music"}.path("/mnt/HD/HD_b2/R&D")), 0); },
+      [](int /*flag*/, const std::string &load) {
+        return no_rebuild +
+               std::string("read_list       : []\n"
+                           "write_list      : []\n"
+                           "invalid_users   : []\n") +
+               load;
+      });
 }
 
 TEST(ModShareOutput, HasTheLoadButNeitherListsNorTagNorListing) {
   one_share();
-  for (const int flag : {0, 1, 2}) {
-    SCOPED_TRACE(flag);
-    const Outcome outcome = outcome_of(flag, [] { return mod_share(music().comment("new")); });
-    EXPECT_EQ(outcome.answer, 1);
-    EXPECT_EQ(outcome.out, flag == 0 ? "" : "rebuld_input_data return!!\n" + outcome.load);
-  }
+  expect_around_load(
+      {music()}, [] { EXPECT_EQ(mod_share(music().comment("new")), 1); },
+      [](int /*flag*/, const std::string &load) { return no_rebuild + load; });
 }
 
 TEST(ModShareOutput, HasTheTracesOfTheRebuildForTheFlagOneOnly) {
-  Appliance machine = one_share();
-  for (const int flag : {0, 1, 2}) {
-    SCOPED_TRACE(flag);
-    machine.shares("/mnt/HD_a4", share_xml({music()})).shares("/mnt/HD_b4", share_xml({music()}));
-    const Outcome outcome =
-        outcome_of(flag, [] { return mod_share(music().write("#bob#").deny("#nobody#,#@allaccount#")); });
-    EXPECT_EQ(outcome.answer, 1);
-    const std::string trace = flag == 1 ? "$$$list[#nobody#,#@allaccount#]\n$$$[#alice#,#carol#]\n" : "";
-    EXPECT_EQ(outcome.out, flag == 0 ? "" : "run rebuld_input_data! [0][1]\n" + trace + outcome.load);
-  }
+  one_share();
+  expect_around_load(
+      {music()}, [] { EXPECT_EQ(mod_share(music().write("#bob#").deny("#nobody#,#@allaccount#")), 1); },
+      [](int flag, const std::string &load) {
+        return "run rebuld_input_data! [0][1]\n" +
+               std::string(flag == 1 ? "$$$list[#nobody#,#@allaccount#]\n$$$[#alice#,#carol#]\n" : "") + load;
+      });
 }
 
 TEST(ModShareOutput, OfInvalidInputIsALineWithoutAPath) {
   one_share();
-  for (const int flag : {0, 1, 2}) {
-    SCOPED_TRACE(flag);
-    smb_dbg_flag = flag;
-    const std::string message = flag == 0 ? "" : "input data error!\n";
-    EXPECT_EQ(output_of([] { mod_share(Share{"Music"}.path("/mnt/HD/HD_a2/absent")); }), message);
-    EXPECT_EQ(output_of([] { mod_share(nullptr); }), message);
-  }
+  const std::string message = "input data error!\n";
+  expect_listing([] { mod_share(Share{"Music"}.path("/mnt/HD/HD_a2/absent")); }, message);
+  expect_listing([] { mod_share(nullptr); }, message);
 }
 
 TEST(ModShareOutput, OfAnAbsentNameIsThatOfTheLoad) {
   one_share();
-  for (const int flag : {0, 1, 2}) {
-    SCOPED_TRACE(flag);
-    const Outcome outcome = outcome_of(flag, [] { return mod_share(research()); });
-    EXPECT_EQ(outcome.answer, 0);
-    EXPECT_EQ(outcome.out, flag == 0 ? "" : "rebuld_input_data return!!\n" + outcome.load);
-  }
+  expect_around_load(
+      {music()}, [] { EXPECT_EQ(mod_share(research()), 0); },
+      [](int /*flag*/, const std::string &load) { return no_rebuild + load; });
 }
 
 TEST(DelShareOutput, IsThatOfTheLoad) {
-  Appliance machine = one_share();
-  for (const int flag : {0, 1, 2}) {
-    SCOPED_TRACE(flag);
-    machine.shares("/mnt/HD_a4", share_xml({music()})).shares("/mnt/HD_b4", share_xml({music()}));
-    const Outcome outcome = outcome_of(flag, [] { return del_share("Music"); });
-    EXPECT_EQ(outcome.answer, 1);
-    EXPECT_EQ(outcome.out, outcome.load);
-  }
+  one_share();
+  expect_around_load(
+      {music()}, [] { EXPECT_EQ(del_share("Music"), 1); },
+      [](int /*flag*/, const std::string &load) { return load; });
 }
 
 TEST(DelShareOutput, NamesAnAbsentShareAfterTheLoad) {
   one_share();
-  for (const int flag : {0, 1, 2}) {
-    SCOPED_TRACE(flag);
-    const Outcome outcome = outcome_of(flag, [] { return del_share("mus%sic"); });
-    EXPECT_EQ(outcome.answer, 0);
-    EXPECT_EQ(outcome.out, outcome.load + (flag == 0 ? "" : "not find mus%sic\n"));
-  }
+  expect_around_load(
+      {music()}, [] { EXPECT_EQ(del_share("mus%sic"), 0); },
+      [](int /*flag*/, const std::string &load) { return load + "not find mus%sic\n"; });
 }
 
 TEST(DelShareOutput, OfAnEmptyNameIsNothing) {
   one_share();
-  smb_dbg_flag = 1;
-  EXPECT_EQ(output_of([] { del_share(""); }), "");
-  EXPECT_EQ(output_of([] { del_share(nullptr); }), "");
+  expect_silence([] { del_share(""); });
+  expect_silence([] { del_share(nullptr); });
 }
 
 } // namespace

@@ -1,19 +1,23 @@
 // Reading a volume's share XML: where it lies, what counts as an item, and what becomes of odd content.
+#include "access_lists.h"
 #include "appliance.h"
-#include "listed_shares.h"
+#include "debug_output.h"
+#include "fields.h"
+#include "listed.h"
 #include "nasshare/catalogue.h"
-#include "nasshare/support.h"
 #include "output.h"
+#include "paths.h"
 #include "share.h"
+#include "text.h"
 #include "volume_table.h"
+#include "xml.h"
 
+#include <array>
 #include <climits>
-#include <cstdio>
-#include <cstring>
 #include <gtest/gtest.h>
 #include <string>
 #include <sys/stat.h>
-#include <vector>
+#include <utility>
 
 namespace nasshare::tests {
 namespace {
@@ -29,19 +33,28 @@ void load(const std::string &text) {
 
 // A file whose "samba" element has this content.
 std::string file_of(const std::string &content) {
-  return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<config><samba>" + content + "</samba></config>\n";
+  return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n" + element("config", element("samba", content)) + "\n";
 }
 
 // An item of the disk WD-1 that is accepted, with further elements.
 std::string item(const std::string &name, const std::string &more = "") {
-  return "<item><volume_raid>1</volume_raid><hd_serial>WD-1</hd_serial><name>" + name +
-         "</name><path>/mnt/HD/HD_a2/x</path>" + more + "</item>";
+  return element("item", element("volume_raid", "1") + element("hd_serial", "WD-1") + element("name", name) +
+                             element("path", "/mnt/HD/HD_a2/x") + more);
 }
 
 // The one share of a file, with these further elements in its item.
 const smb_share *load_one(const std::string &more) {
   load(file_of(item("Music", more)));
   return check_smb_share_name("Music");
+}
+
+// Reading volume 0 lists the file's path and says nothing else.
+void expect_path_of_first_volume_alone() {
+  const auto read = [] {
+    Free_All_List();
+    read_HD_xml(0);
+  };
+  expect_listing(read, "read_HD_xml: read xml path = /mnt/HD_a4/.systemfile/.smb.xml\n");
 }
 
 Share music() {
@@ -72,7 +85,7 @@ TEST(ShareXmlReader, LoadsEveryField) {
        "    </item>\n"
        "  </samba>\n"
        "</config>\n");
-  ASSERT_EQ(listed_names(), Names{"Music"});
+  ASSERT_EQ(listed_shares(), Names{"Music"});
   const smb_share &share = *pss->head;
   EXPECT_EQ(share.volume_raid, 1);
   EXPECT_STREQ(share.hd_serial, "WD-1");
@@ -94,12 +107,12 @@ TEST(ShareXmlReader, LoadsEveryField) {
 TEST(ShareXmlReader, AbsentElementsAreEmpty) {
   load(file_of("<item><volume_raid>1</volume_raid><hd_serial>WD-1</hd_serial><name>Music</name>"
                "<path>/mnt/HD/HD_a2</path></item>"));
-  ASSERT_EQ(listed_names(), Names{"Music"});
+  ASSERT_EQ(listed_shares(), Names{"Music"});
   EXPECT_STREQ(pss->head->comment, "");
   EXPECT_STREQ(pss->head->oplocks, "");
   EXPECT_STREQ(pss->head->map_archive, "");
   EXPECT_STREQ(pss->head->read_list, "");
-  EXPECT_STREQ(pss->head->write_list, "#nobody#,#@allaccount#");
+  EXPECT_STREQ(pss->head->write_list, everyone);
   EXPECT_EQ(pss->head->recycle_enable, 0);
   EXPECT_EQ(pss->head->recycle_tree, 0);
 }
@@ -108,24 +121,22 @@ TEST(ShareXmlReader, ReadsTheFileOfItsVolume) {
   set_single_disk(0, "WD-1");
   set_single_disk(1, "WD-2");
   const std::string both = share_xml({music(), Share{"Films"}.on_disk("WD-2").path("/mnt/HD/HD_b2/films")});
-  Appliance{}.shares("/mnt/HD_a4", both).shares("/mnt/HD_b4", both);
+  Appliance{}.shares(both);
   read_HD_xml(1);
-  EXPECT_EQ(listed_names(), Names{"Films"});
+  EXPECT_EQ(listed_shares(), Names{"Films"});
   read_HD_xml(0);
-  EXPECT_EQ(listed_names(), (Names{"Films", "Music"}));
+  EXPECT_EQ(listed_shares(), (Names{"Films", "Music"}));
 }
 
 TEST(ShareXmlReader, KnowsNoOtherVolumes) {
   set_single_disk(0, "WD-1");
   set_single_disk(1, "WD-1");
-  Appliance{}.shares("/mnt/HD_a4", share_xml({music()})).shares("/mnt/HD_b4", share_xml({music()}));
-  smb_dbg_flag = 1;
-  EXPECT_EQ(output_of([] {
-              for (const int volume : {-1, 2, INT_MAX, INT_MIN}) {
-                read_HD_xml(volume);
-              }
-            }),
-            "");
+  Appliance{}.shares(share_xml({music()}));
+  expect_silence([] {
+    for (const int volume : {-1, 2, INT_MAX, INT_MIN}) {
+      read_HD_xml(volume);
+    }
+  });
   EXPECT_EQ(pss->count, 0);
 }
 
@@ -139,7 +150,7 @@ TEST(ShareXmlReader, ReadsAnotherFileInDomainMode) {
     SCOPED_TRACE(ads_enable);
     pss->ads_enable = ads_enable;
     read_HD_xml(0);
-    EXPECT_EQ(listed_names(), Names{name});
+    EXPECT_EQ(listed_shares(), Names{name});
     Free_All_List();
   }
 }
@@ -164,19 +175,15 @@ TEST(ShareXmlReader, SaysWhichFileItReadsForAnyFlagButZero) {
   for (const auto &row : rows) {
     SCOPED_TRACE(row.lines);
     pss->ads_enable = row.ads_enable;
-    for (const int flag : {0, 1, 2}) {
-      smb_dbg_flag = flag;
-      EXPECT_EQ(output_of([&row] { read_HD_xml(row.volume); }), flag == 0 ? "" : row.lines);
-    }
+    expect_listing([&row] { read_HD_xml(row.volume); }, row.lines);
   }
 }
 
 TEST(ShareXmlReader, AVolumeWithoutAHiddenPathReadsFromTheRoot) {
   set_single_disk(0, "WD-1");
   pss->vol_hidden_path[0][0] = '\0';
-  smb_dbg_flag = 2;
-  EXPECT_EQ(output_of([] { read_HD_xml(0); }), "read_HD_xml: read xml path = /.systemfile/.smb.xml\n"
-                                               "read_HD_xml: read path not exist = /.systemfile/.smb.xml\n");
+  expect_listing([] { read_HD_xml(0); }, "read_HD_xml: read xml path = /.systemfile/.smb.xml\n"
+                                         "read_HD_xml: read path not exist = /.systemfile/.smb.xml\n");
   EXPECT_EQ(pss->count, 0);
 }
 
@@ -185,15 +192,11 @@ TEST(ShareXmlReader, BrokenFilesLoadNothingAndSayNothing) {
   const Names files = names_in(folder);
   ASSERT_FALSE(files.empty());
   set_single_disk(0, "WD-1");
-  smb_dbg_flag = 1;
   for (const std::string &file : files) {
     SCOPED_TRACE(file);
     Appliance{}.shares("/mnt/HD_a4", read_file(folder + file));
-    Captured captured;
-    read_HD_xml(0);
-    EXPECT_EQ(captured.out(), "read_HD_xml: read xml path = /mnt/HD_a4/.systemfile/.smb.xml\n");
-    EXPECT_EQ(captured.err(), "");
-    EXPECT_EQ(listed_names(), Names{});
+    expect_path_of_first_volume_alone();
+    EXPECT_EQ(listed_shares(), Names{});
   }
   EXPECT_EQ(pss->list_changed, 0);
 }
@@ -202,17 +205,17 @@ TEST(ShareXmlReader, ABrokenFileIsReadAgainOnceMended) {
   load("<config><samba>");
   EXPECT_EQ(pss->count, 0);
   load(share_xml({music()}));
-  EXPECT_EQ(listed_names(), Names{"Music"});
+  EXPECT_EQ(listed_shares(), Names{"Music"});
 }
 
 TEST(ShareXmlReader, AnythingButAFileLoadsNothing) {
   set_single_disk(0, "WD-1");
-  Appliance{}.folder("/mnt/HD_a4/.systemfile/.smb.xml");
+  Appliance{}.folder(first_share_file);
   Captured captured;
   read_HD_xml(0);
   EXPECT_EQ(pss->count, 0);
-  Appliance{}.remove("/mnt/HD_a4/.systemfile/.smb.xml");
-  ASSERT_EQ(mkfifo("/mnt/HD_a4/.systemfile/.smb.xml", 0600), 0);
+  Appliance{}.remove(first_share_file);
+  ASSERT_EQ(mkfifo(first_share_file, 0600), 0);
   read_HD_xml(0);
   EXPECT_EQ(pss->count, 0);
   EXPECT_EQ(captured.err(), "");
@@ -220,7 +223,7 @@ TEST(ShareXmlReader, AnythingButAFileLoadsNothing) {
 
 TEST(ShareXmlReader, AFileLongerThanMemoryLoadsNothing) {
   set_single_disk(0, "WD-1");
-  const std::string path = "/mnt/HD_a4/.systemfile/.smb.xml";
+  const std::string path = first_share_file;
   for (const char *size : {"2147483648", "4294967295", "4294967296"}) {
     Appliance{}.file(path, share_xml({music()}));
     ASSERT_EQ(run_program({"truncate", "--size", size, path}).status, 0);
@@ -230,29 +233,29 @@ TEST(ShareXmlReader, AFileLongerThanMemoryLoadsNothing) {
 }
 
 TEST(ShareXmlReader, AFileOfAClockThatIsAheadIsRead) {
-  const std::string path = "/mnt/HD_a4/.systemfile/.smb.xml";
+  const std::string path = first_share_file;
   Appliance{}.file(path, share_xml({music()}));
   ASSERT_EQ(run_program({"touch", "--date=2100-01-01", path}).status, 0); // more seconds than 32 bits hold
   set_single_disk(0, "WD-1");
   read_HD_xml(0);
-  EXPECT_EQ(listed_names(), Names{"Music"});
+  EXPECT_EQ(listed_shares(), Names{"Music"});
 }
 
 TEST(ShareXmlReader, ALinkIsFollowed) {
   Appliance{}
       .file("/mnt/elsewhere.xml", share_xml({music()}))
       .folder("/mnt/HD_a4/.systemfile")
-      .link("/mnt/elsewhere.xml", "/mnt/HD_a4/.systemfile/.smb.xml");
+      .link("/mnt/elsewhere.xml", first_share_file);
   set_single_disk(0, "WD-1");
   read_HD_xml(0);
-  EXPECT_EQ(listed_names(), Names{"Music"});
+  EXPECT_EQ(listed_shares(), Names{"Music"});
 }
 
 TEST(ShareXmlReader, OnlyElementsAreItems) {
   load(file_of("<count>2</count><!-- first --><?note second?>stray text &amp; more" + item("Music") +
                "text<!-- <item><name>Ghost</name></item> -->&lt;" + item("Films") +
                "<![CDATA[<item><name>Ghost</name></item>]]>" + item("Docs") + "<!-- end -->"));
-  EXPECT_EQ(listed_names(), (Names{"Music", "Films", "Docs"}));
+  EXPECT_EQ(listed_shares(), (Names{"Music", "Films", "Docs"}));
 }
 
 TEST(ShareXmlReader, ItemsStartAtTheFirstItemAndEverySiblingBehindIsOne) {
@@ -261,18 +264,18 @@ TEST(ShareXmlReader, ItemsStartAtTheFirstItemAndEverySiblingBehindIsOne) {
   std::string early = item("Early");
   early.replace(1, 4, "misc").replace(early.size() - 5, 4, "misc");
   load(file_of(early + item("Music") + other + item("Docs")));
-  EXPECT_EQ(listed_names(), (Names{"Music", "Behind", "Docs"}));
+  EXPECT_EQ(listed_shares(), (Names{"Music", "Behind", "Docs"}));
 }
 
 TEST(ShareXmlReader, OnlyTheFirstSambaElementCounts) {
   load("<config><other>" + item("A") + "</other><samba>" + item("B") + "</samba><samba>" + item("C") +
        "</samba></config>");
-  EXPECT_EQ(listed_names(), Names{"B"});
+  EXPECT_EQ(listed_shares(), Names{"B"});
 }
 
 TEST(ShareXmlReader, TheNameOfTheRootIsNotExamined) {
   load("<anything><samba>" + item("Music") + "</samba></anything>");
-  EXPECT_EQ(listed_names(), Names{"Music"});
+  EXPECT_EQ(listed_shares(), Names{"Music"});
 }
 
 TEST(ShareXmlReader, TheCountIsNotRead) {
@@ -280,7 +283,7 @@ TEST(ShareXmlReader, TheCountIsNotRead) {
     SCOPED_TRACE(count);
     Free_All_List();
     load(file_of(count + item("Music") + item("Docs")));
-    EXPECT_EQ(listed_names(), (Names{"Music", "Docs"}));
+    EXPECT_EQ(listed_shares(), (Names{"Music", "Docs"}));
     EXPECT_EQ(pss->count, 2);
   }
 }
@@ -294,7 +297,7 @@ TEST(ShareXmlReader, TheFirstElementOfANameCounts) {
 TEST(ShareXmlReader, ElementsMayStandInAnyOrder) {
   load(file_of("<item><path>/mnt/HD/HD_a2/x</path><read_list>#bob#</read_list><name>Music</name>"
                "<hd_serial>WD-1</hd_serial><volume_raid>1</volume_raid></item>"));
-  ASSERT_EQ(listed_names(), Names{"Music"});
+  ASSERT_EQ(listed_shares(), Names{"Music"});
   EXPECT_STREQ(pss->head->read_list, "#bob#");
 }
 
@@ -325,29 +328,25 @@ TEST(ShareXmlReader, ReadsTheRecycleNumbersAsDecimalText) {
 }
 
 TEST(ShareXmlReader, AListedNameIsDroppedSilently) {
-  smb_dbg_flag = 1;
   set_single_disk(0, "WD-1");
   Appliance{}.shares("/mnt/HD_a4", file_of(item("Music", "<comment>first</comment>") + item("Docs") +
                                            item("Music", "<comment>second</comment>")));
-  EXPECT_EQ(output_of([] { read_HD_xml(0); }),
-            "read_HD_xml: read xml path = /mnt/HD_a4/.systemfile/.smb.xml\n");
-  EXPECT_EQ(listed_names(), (Names{"Music", "Docs"}));
+  expect_path_of_first_volume_alone();
+  EXPECT_EQ(listed_shares(), (Names{"Music", "Docs"}));
   EXPECT_STREQ(pss->head->comment, "first");
 }
 
 TEST(ShareXmlReader, AnItemWithoutANameIsDropped) {
   load(file_of(item("") + item("Music")));
-  EXPECT_EQ(listed_names(), Names{"Music"});
+  EXPECT_EQ(listed_shares(), Names{"Music"});
 }
 
 TEST(ShareXmlReader, ARecordOfAnotherDiskIsSkippedSilently) {
-  smb_dbg_flag = 1;
   set_single_disk(0, "WD-1");
   Appliance{}.shares("/mnt/HD_a4", share_xml({Share{"Films"}.on_disk("WD-2").path("/mnt/HD/HD_a2/f"),
                                               Share{"Docs"}.on_disk("").path("/mnt/HD/HD_a2/d"), music()}));
-  EXPECT_EQ(output_of([] { read_HD_xml(0); }),
-            "read_HD_xml: read xml path = /mnt/HD_a4/.systemfile/.smb.xml\n");
-  EXPECT_EQ(listed_names(), Names{"Music"});
+  expect_path_of_first_volume_alone();
+  EXPECT_EQ(listed_shares(), Names{"Music"});
 }
 
 TEST(ShareXmlReader, APathOutsideTheVolumeIsSkippedAndShownWhenDebugging) {
@@ -356,17 +355,14 @@ TEST(ShareXmlReader, APathOutsideTheVolumeIsSkippedAndShownWhenDebugging) {
                                               Share{"B"}.on_array(4, "1:2").path("/backup/mnt/HD/HD_b2/x"),
                                               Share{"C"}.on_array(4, "1:2"),
                                               Share{"D"}.on_array(4, "1:2").path("/mnt/HD/HD_b2extra")}));
-  for (const int flag : {0, 1, 2}) {
-    SCOPED_TRACE(flag);
+  const auto read = [] {
     Free_All_List();
-    smb_dbg_flag = flag;
-    EXPECT_EQ(output_of([] { read_HD_xml(1); }),
-              flag == 0 ? ""
-                        : "read_HD_xml: read xml path = /mnt/HD_b4/.systemfile/.smb.xml\n"
-                          "xxxxxxxxxxxxxxxxx[/mnt/HD/HD_a2/100%s][1]\n"
-                          "xxxxxxxxxxxxxxxxx[][1]\n");
-    EXPECT_EQ(listed_names(), (Names{"B", "D"})) << "the mount point may stand anywhere in the path";
-  }
+    read_HD_xml(1);
+    EXPECT_EQ(listed_shares(), (Names{"B", "D"})) << "the mount point may stand anywhere in the path";
+  };
+  expect_listing(read, "read_HD_xml: read xml path = /mnt/HD_b4/.systemfile/.smb.xml\n"
+                       "xxxxxxxxxxxxxxxxx[/mnt/HD/HD_a2/100%s][1]\n"
+                       "xxxxxxxxxxxxxxxxx[][1]\n");
 }
 
 TEST(ShareXmlReader, APathOfASingleDiskIsMovedOntoItsVolume) {
@@ -381,7 +377,7 @@ TEST(ShareXmlReader, APathOfASingleDiskIsMovedOntoItsVolume) {
     SCOPED_TRACE(stored);
     Free_All_List();
     load(share_xml({Share{"Music"}.on_disk("WD-1").path(stored)}));
-    ASSERT_EQ(listed_names(), Names{"Music"});
+    ASSERT_EQ(listed_shares(), Names{"Music"});
     EXPECT_STREQ(pss->head->path, path);
     EXPECT_EQ(pss->list_changed, 0);
   }
@@ -408,10 +404,10 @@ TEST(ShareXmlReader, AVolumeShareTakesItsConfiguredName) {
   for (const auto &row : rows) {
     SCOPED_TRACE(std::string(row.name) + " at " + row.path + ", configured " + row.configured);
     Free_All_List();
-    std::snprintf(pss->vol_share_name[0], sizeof pss->vol_share_name[0], "%s", row.configured);
-    std::strcpy(pss->vol_share_name[1], "Other");
+    put(pss->vol_share_name[0], row.configured);
+    put(pss->vol_share_name[1], "Other");
     load(share_xml({Share{row.name}.on_disk("WD-1").path(row.path)}));
-    EXPECT_EQ(listed_names(), Names{row.result});
+    EXPECT_EQ(listed_shares(), Names{row.result});
   }
 }
 
@@ -420,7 +416,7 @@ TEST(ShareXmlReader, RestoresAmpersandsInNameCommentAndPath) {
                "<name>R&amp;D</name><comment>a&amp;amp;b&amp;amp;amp;c &lt;d&gt; &#228;</comment>"
                "<path>/mnt/HD/HD_a2/R&amp;amp;D</path><read_list>#R&amp;D#</read_list>"
                "<write_list>#x&amp;amp;y#</write_list></item>"));
-  ASSERT_EQ(listed_names(), Names{"R&D"});
+  ASSERT_EQ(listed_shares(), Names{"R&D"});
   EXPECT_STREQ(pss->head->comment, "a&b&amp;c <d> \xC3\xA4");
   EXPECT_STREQ(pss->head->path, "/mnt/HD/HD_a2/R&D");
   EXPECT_STREQ(pss->head->read_list, "#R&D#");
@@ -430,14 +426,14 @@ TEST(ShareXmlReader, RestoresAmpersandsInNameCommentAndPath) {
 TEST(ShareXmlReader, ReadsOtherEncodings) {
   load("<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?><config><samba>" + item("M\xFCsik") +
        "</samba></config>");
-  EXPECT_EQ(listed_names(), Names{"M\xC3\xBCsik"});
+  EXPECT_EQ(listed_shares(), Names{"M\xC3\xBCsik"});
 }
 
 TEST(ShareXmlReader, IncludesNoOtherFile) {
   Appliance{}.file("/etc/secret", "root:hash");
   load("<!DOCTYPE config [<!ENTITY x SYSTEM \"file:///etc/secret\">]><config><samba>" +
        item("Music", "<comment>a&x;b</comment>") + "</samba></config>");
-  EXPECT_EQ(listed_names(), Names{"Music"});
+  EXPECT_EQ(listed_shares(), Names{"Music"});
   EXPECT_STREQ(pss->head->comment, "ab");
 }
 
@@ -447,7 +443,7 @@ TEST(ShareXmlReader, LongTextIsCutToItsField) {
   load(file_of(item(x600, "<comment>" + x600 + "</comment><browseable>" + x600 + "</browseable><public>" +
                               x600 + "</public><oplocks>" + x600 + "</oplocks><map_archive>" + x600 +
                               "</map_archive><recycle_enable>1</recycle_enable>")));
-  ASSERT_EQ(listed_names(), Names{std::string(511, 'x')});
+  ASSERT_EQ(listed_shares(), Names{std::string(511, 'x')});
   share = pss->head;
   EXPECT_STREQ(share->hd_serial, "WD-1");
   EXPECT_EQ(share->comment, std::string(511, 'x'));
@@ -462,14 +458,14 @@ TEST(ShareXmlReader, LongTextIsCutToItsField) {
 
 TEST(ShareXmlReader, LongPathsAreCutToTheirField) {
   load(share_xml({Share{"Music"}.on_disk("WD-1").path("/mnt/HD_b4/" + std::string(4084, 'p'))}));
-  ASSERT_EQ(listed_names(), Names{"Music"});
+  ASSERT_EQ(listed_shares(), Names{"Music"});
   EXPECT_EQ(pss->head->path, "/mnt/HD/HD_a2/" + std::string(4081, 'p'));
   Free_All_List();
 
   load(file_of("<item><volume_raid>1</volume_raid><hd_serial>WD-1</hd_serial><name>Music</name><path>"
                "/mnt/HD/HD_a2/" +
                std::string(5000, 'p') + "</path><oplocks>no</oplocks></item>"));
-  ASSERT_EQ(listed_names(), Names{"Music"});
+  ASSERT_EQ(listed_shares(), Names{"Music"});
   EXPECT_EQ(pss->head->path, "/mnt/HD/HD_a2/" + std::string(4081, 'p'));
   EXPECT_STREQ(pss->head->browseable, "yes");
   EXPECT_STREQ(pss->head->oplocks, "no");
@@ -478,7 +474,7 @@ TEST(ShareXmlReader, LongPathsAreCutToTheirField) {
 TEST(ShareXmlReader, ALongSerialBelongsToNoDisk) {
   load(file_of("<item><volume_raid>1</volume_raid><hd_serial>" + std::string(600, '1') +
                "</hd_serial><name>Long</name><path>/mnt/HD/HD_a2</path></item>" + item("Music")));
-  EXPECT_EQ(listed_names(), Names{"Music"});
+  EXPECT_EQ(listed_shares(), Names{"Music"});
 }
 
 TEST(ShareXmlReader, CutsTextBetweenCharacters) {
@@ -509,23 +505,17 @@ TEST(ShareXmlReader, CutsTextBetweenEntities) {
 }
 
 TEST(ShareXmlReader, AmpersandsAreRestoredBeforeTheCut) {
-  std::string stored;
-  std::string kept;
-  for (int i = 0; i < 511; ++i) {
-    stored += "&amp;amp;";
-    kept += '&';
-  }
-  const smb_share *share = load_one("<comment>" + stored + "</comment>");
+  const smb_share *share = load_one(element("comment", repeated("&amp;amp;", 511)));
   ASSERT_NE(share, nullptr);
-  EXPECT_EQ(share->comment, kept);
+  EXPECT_EQ(share->comment, std::string(511, '&'));
 }
 
 TEST(ShareXmlReader, CutsListsBetweenEntries) {
   std::string list = "#user0000#";
   for (int i = 1; i < 2000; ++i) {
-    char entry[16];
-    std::snprintf(entry, sizeof entry, ",#user%04d#", i);
-    list += entry;
+    std::array<char, 16> entry{};
+    std::snprintf(entry.data(), entry.size(), ",#user%04d#", i);
+    list += entry.data();
   }
   // 1117 entries of ten bytes, each with its comma, fill the 12287 bytes of a list exactly: 11 * 1117 =
   // 12287.

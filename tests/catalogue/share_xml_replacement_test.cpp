@@ -3,19 +3,17 @@
 #include "appliance.h"
 #include "nasshare/catalogue.h"
 #include "output.h"
+#include "paths.h"
 #include "share.h"
+#include "text.h"
 
 #include <array>
 #include <cerrno>
 #include <climits>
-#include <cstdio>
-#include <cstdlib>
-#include <cstring>
 #include <fcntl.h>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <string>
-#include <string_view>
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <unistd.h>
@@ -24,7 +22,7 @@ namespace nasshare::tests {
 namespace {
 
 const std::string folder = "/mnt/HD_a4/.systemfile";
-const std::string stored = folder + "/.smb.xml";
+const std::string stored = first_share_file;
 
 // What was made durable and renamed so far, one line each, and what is to fail: a step, or all that begin
 // like it with a '*' behind.
@@ -58,12 +56,6 @@ int rename_step(const std::string &from, const std::string &to) {
   return step("rename " + from + " " + to);
 }
 
-ino_t inode(const std::string &path) {
-  struct stat status {};
-  EXPECT_EQ(lstat(path.c_str(), &status), 0);
-  return status.st_ino;
-}
-
 void list_shares() {
   Insert_Smb_Node(Share{"Music"}.on_disk("WD-1").path("/mnt/HD/HD_a2/x").everyone());
 }
@@ -84,7 +76,7 @@ void expect_failure_leaves_the_old_file() {
   EXPECT_EQ(captured.out(), "");
   EXPECT_EQ(captured.err(), "");
   EXPECT_EQ(read_file(stored), "old");
-  EXPECT_EQ(names_in(folder), std::vector<std::string>{".smb.xml"});
+  EXPECT_EQ(names_in(folder), Names{".smb.xml"});
 }
 
 TEST(ShareXmlReplacement, MakesANewFile) {
@@ -100,7 +92,7 @@ TEST(ShareXmlReplacement, MakesANewFile) {
   std::string text;
   std::getline(reader, text);
   EXPECT_EQ(text, "old") << "who has the old file open keeps it";
-  EXPECT_EQ(names_in(folder), (std::vector<std::string>{".smb.xml", "kept"}));
+  EXPECT_EQ(names_in(folder), (Names{".smb.xml", "kept"}));
 }
 
 TEST(ShareXmlReplacement, FlushesTheFileBeforeItsNameAndTheFolderBehind) {
@@ -138,7 +130,7 @@ TEST(ShareXmlReplacement, WhatAPowerCutLeftIsNoObstacle) {
   list_shares();
   EXPECT_EQ(create_HD_xml(stored.c_str()), 0);
   EXPECT_EQ(read_file(stored), new_text());
-  EXPECT_EQ(names_in(folder), std::vector<std::string>{".smb.xml"});
+  EXPECT_EQ(names_in(folder), Names{".smb.xml"});
 }
 
 TEST(ShareXmlReplacement, ALinkThatWaitsBesideTheFileIsNotFollowed) {
@@ -193,13 +185,7 @@ TEST(ShareXmlReplacement, FailsWithoutAPlaceForTheFile) {
   Appliance{}.folder(stored);
   list_shares();
   const std::string long_name = "/mnt/" + std::string(256, 'n');
-  const std::string long_path = "/mnt" + [] {
-    std::string parts;
-    while (parts.size() < 5000) {
-      parts += "/folder";
-    }
-    return parts;
-  }();
+  const std::string long_path = "/mnt" + repeated("/folder", 715);
   Captured captured;
   for (const std::string &target : {std::string("/mnt/nonesuch/.smb.xml"), stored, std::string(), long_name,
                                     long_path, std::string("/etc/passwd/.smb.xml")}) {
@@ -208,12 +194,12 @@ TEST(ShareXmlReplacement, FailsWithoutAPlaceForTheFile) {
   }
   EXPECT_EQ(create_HD_xml(nullptr), -1);
   EXPECT_EQ(captured.err(), "");
-  EXPECT_EQ(names_in("/mnt"), std::vector<std::string>{"HD_a4"});
-  EXPECT_EQ(names_in(folder), std::vector<std::string>{".smb.xml"});
+  EXPECT_EQ(names_in("/mnt"), Names{"HD_a4"});
+  EXPECT_EQ(names_in(folder), Names{".smb.xml"});
 }
 
 TEST(ShareXmlReplacement, TheTemporaryFileIsGoneAfterAFailedWrite) {
-  const std::string temporary = "/tmp/.smb.xml";
+  const std::string temporary = temporary_share_file;
   for (const bool empty : {false, true}) {
     SCOPED_TRACE(empty ? "empty catalogue" : "one share");
     Appliance{}.file(temporary, "what an earlier program left");

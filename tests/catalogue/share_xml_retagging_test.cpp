@@ -1,13 +1,15 @@
 // Which records of a share XML belong to a volume, and how those are tagged anew that were written under the
 // older numbering or before the volume became an array.
 #include "appliance.h"
+#include "listed.h"
 #include "nasshare/catalogue.h"
-#include "output.h"
 #include "share.h"
 #include "volume_table.h"
+#include "xml.h"
 
 #include <gtest/gtest.h>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace nasshare::tests {
@@ -21,18 +23,24 @@ void load(const std::vector<Share> &shares) {
   read_HD_xml(0);
 }
 
+using Tags = std::vector<std::string>;
+
 // "name type serial" of every listed share.
-std::vector<std::string> tags() {
-  std::vector<std::string> result;
-  for (const smb_share *share = pss->count == 0 ? nullptr : pss->head; share != nullptr;
-       share = share->next) {
+Tags tags() {
+  Tags result;
+  for (const smb_share *share : nodes_of(smbshare)) {
     result.push_back(std::string(share->name) + " " + std::to_string(share->volume_raid) + " " +
                      share->hd_serial);
   }
   return result;
 }
 
-using Tags = std::vector<std::string>;
+// A file with one item of the disk WD-1 whose type is given by that element.
+std::string file_of_type(const std::string &volume_raid) {
+  return element("config", element("samba", element("item", volume_raid + element("hd_serial", "WD-1") +
+                                                                element("name", "Music") +
+                                                                element("path", "/mnt/HD/HD_a2/x"))));
+}
 
 Share share(const char *name, int type, const char *serial) {
   return Share{name}.tag(type, serial).path("/mnt/HD/HD_a2/x");
@@ -147,9 +155,7 @@ TEST(Retagging, ATypeThatIsNoNumberIsTheOlderNumberings) {
     SCOPED_TRACE(type);
     Free_All_List();
     pss->list_changed = 0;
-    Appliance{}.shares("/mnt/HD_a4", std::string("<config><samba><item>") + type +
-                                         "<hd_serial>WD-1</hd_serial><name>Music</name>"
-                                         "<path>/mnt/HD/HD_a2/x</path></item></samba></config>");
+    Appliance{}.shares("/mnt/HD_a4", file_of_type(type));
     read_HD_xml(0);
     EXPECT_EQ(tags(), Tags{"Music 1 WD-1"});
     EXPECT_EQ(pss->list_changed, 1);
@@ -166,9 +172,7 @@ TEST(Retagging, HugeTypesAreLargeOnes) {
   for (const auto &[type, tag] : rows) {
     SCOPED_TRACE(type);
     Free_All_List();
-    Appliance{}.shares("/mnt/HD_a4", std::string("<config><samba><item><volume_raid>") + type +
-                                         "</volume_raid><hd_serial>WD-1</hd_serial><name>Music</name>"
-                                         "<path>/mnt/HD/HD_a2/x</path></item></samba></config>");
+    Appliance{}.shares("/mnt/HD_a4", file_of_type(element("volume_raid", type)));
     read_HD_xml(0);
     EXPECT_EQ(tags(), Tags{tag});
   }

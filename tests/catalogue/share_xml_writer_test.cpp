@@ -1,23 +1,25 @@
 // Writing the share list into a share XML file, and that whatever is written can be read back.
 #include "appliance.h"
-#include "listed_shares.h"
+#include "fields.h"
+#include "listed.h"
 #include "nasshare/catalogue.h"
-#include "nasshare/support.h"
 #include "output.h"
+#include "paths.h"
 #include "share.h"
+#include "text.h"
 #include "volume_table.h"
 
 #include <climits>
-#include <cstdio>
-#include <cstring>
 #include <gtest/gtest.h>
 #include <random>
 #include <string>
+#include <string_view>
+#include <utility>
 
 namespace nasshare::tests {
 namespace {
 
-const std::string stored = "/mnt/HD_a4/.systemfile/.smb.xml";
+const std::string stored = first_share_file;
 const std::string replacement = "\xEF\xBF\xBD"; // U+FFFD
 
 Share on_disk(std::string_view name) {
@@ -51,16 +53,8 @@ const smb_share &read_back(const Share &share) {
   return pss->count == 0 ? none : *pss->head;
 }
 
-std::string repeated(const std::string &text, int times) {
-  std::string result;
-  for (int i = 0; i < times; ++i) {
-    result += text;
-  }
-  return result;
-}
-
 // The text of an element in the stored file.
-std::string element(const std::string &name) {
+std::string stored_text(const std::string &name) {
   const std::string text = read_file(stored);
   const std::size_t start = text.find("<" + name + ">");
   if (start == std::string::npos) {
@@ -94,24 +88,23 @@ TEST(ShareXmlWriter, WritesTheWholeList) {
 }
 
 TEST(ShareXmlWriter, AnEmptyListIsWrittenToTheTemporaryFile) {
-  EXPECT_EQ(create_HD_xml("/tmp/.smb.xml"), 0);
-  EXPECT_EQ(read_file("/tmp/.smb.xml"), "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-                                        "<config>\n"
-                                        "  <samba/>\n"
-                                        "</config>\n");
+  EXPECT_EQ(create_HD_xml(temporary_share_file), 0);
+  EXPECT_EQ(read_file(temporary_share_file), "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+                                             "<config>\n"
+                                             "  <samba/>\n"
+                                             "</config>\n");
 }
 
 TEST(ShareXmlWriter, AnEmptyListReplacesAnOlderTemporaryFile) {
   Insert_Smb_Node(on_disk("Music"));
-  EXPECT_EQ(create_HD_xml("/tmp/.smb.xml"), 0);
+  EXPECT_EQ(create_HD_xml(temporary_share_file), 0);
   Free_All_List();
-  EXPECT_EQ(create_HD_xml("/tmp/.smb.xml"), 0);
-  EXPECT_EQ(read_file("/tmp/.smb.xml"), share_xml({}));
+  EXPECT_EQ(create_HD_xml(temporary_share_file), 0);
+  EXPECT_EQ(read_file(temporary_share_file), share_xml({}));
 }
 
 TEST(ShareXmlWriter, AnEmptyListLeavesAnyOtherTargetUntouched) {
-  for (const char *target :
-       {"/mnt/HD_a4/.systemfile/.smb.xml", "/tmp//.smb.xml", "/tmp/.smb.xm", "/tmp/.smb.xml2"}) {
+  for (const char *target : {first_share_file, "/tmp//.smb.xml", "/tmp/.smb.xm", "/tmp/.smb.xml2"}) {
     SCOPED_TRACE(target);
     Appliance{}.file(target, "whatever was there");
     EXPECT_EQ(create_HD_xml(target), 0);
@@ -128,9 +121,9 @@ TEST(ShareXmlWriter, TheFirstUsbDiskIsDroppedFromFileAndList) {
     Insert_Smb_Node(on_disk(name));
   }
   write();
-  EXPECT_EQ(listed_names(), (Names{"Music", "USBDisk2", "usbdisk1"}));
+  EXPECT_EQ(listed_shares(), (Names{"Music", "USBDisk2", "usbdisk1"}));
   EXPECT_EQ(pss->count, 3);
-  EXPECT_EQ(element("count"), "3");
+  EXPECT_EQ(stored_text("count"), "3");
   EXPECT_EQ(read_file(stored).find("USBDisk1"), std::string::npos);
   EXPECT_NE(read_file(stored).find("<name>USBDisk2</name>"), std::string::npos);
 }
@@ -143,8 +136,8 @@ TEST(ShareXmlWriter, AListOfTheFirstUsbDiskAloneIsEmpty) {
   EXPECT_EQ(Is_Smb_Empty(), 1);
 
   Insert_Smb_Node(on_disk("USBDisk1_1"));
-  EXPECT_EQ(create_HD_xml("/tmp/.smb.xml"), 0);
-  EXPECT_EQ(read_file("/tmp/.smb.xml"), share_xml({}));
+  EXPECT_EQ(create_HD_xml(temporary_share_file), 0);
+  EXPECT_EQ(read_file(temporary_share_file), share_xml({}));
   EXPECT_EQ(Is_Smb_Empty(), 1);
 }
 
@@ -166,13 +159,13 @@ TEST(ShareXmlWriter, NameCommentAndPathStayEscapedInMemory) {
 TEST(ShareXmlWriter, ASecondWriteEscapesAgainAndIsStillReadBack) {
   Insert_Smb_Node(on_disk("R&D"));
   write();
-  EXPECT_EQ(element("name"), "R&amp;D");
+  EXPECT_EQ(stored_text("name"), "R&amp;D");
   write();
-  EXPECT_EQ(element("name"), "R&amp;amp;D");
+  EXPECT_EQ(stored_text("name"), "R&amp;amp;D");
   Free_All_List();
   set_single_disk(0, "WD-1");
   read_HD_xml(0);
-  EXPECT_EQ(listed_names(), Names{"R&D"});
+  EXPECT_EQ(listed_shares(), Names{"R&D"});
 }
 
 TEST(ShareXmlWriter, ANameWithAnAmpersandComesBack) {
@@ -216,19 +209,19 @@ TEST(ShareXmlWriter, ACommentOfBlanksComesBack) {
 TEST(ShareXmlWriter, NumbersAreDecimal) {
   Insert_Smb_Node(on_disk("Music").tag(INT_MIN, "WD-1").recycle(-7, INT_MAX));
   write();
-  EXPECT_EQ(element("volume_raid"), "-2147483648");
-  EXPECT_EQ(element("recycle_enable"), "-7");
-  EXPECT_EQ(element("recycle_tree"), "2147483647");
+  EXPECT_EQ(stored_text("volume_raid"), "-2147483648");
+  EXPECT_EQ(stored_text("recycle_enable"), "-7");
+  EXPECT_EQ(stored_text("recycle_tree"), "2147483647");
 }
 
 TEST(ShareXmlWriter, WhatTheListedRecordSaysIsWritten) {
   Insert_Smb_Node(on_disk("Music"));
-  std::strcpy(pss->head->browseable, "no");
-  std::strcpy(pss->head->public_, "no");
-  std::strcpy(pss->head->valid_users, "#mallory#");
+  put(pss->head->browseable, "no");
+  put(pss->head->public_, "no");
+  put(pss->head->valid_users, "#mallory#");
   write();
-  EXPECT_EQ(element("browseable"), "no");
-  EXPECT_EQ(element("public"), "no");
+  EXPECT_EQ(stored_text("browseable"), "no");
+  EXPECT_EQ(stored_text("public"), "no");
   EXPECT_EQ(read_file(stored).find("mallory"), std::string::npos) << "the valid users are never stored";
 }
 
@@ -236,11 +229,11 @@ TEST(ShareXmlWriter, SharesOfAllVolumesGoIntoEveryFile) {
   Insert_Smb_Node(on_disk("Music"));
   Insert_Smb_Node(Share{"Films"}.on_disk("WD-2").path("/mnt/HD/HD_b2/films"));
   write();
-  EXPECT_EQ(element("count"), "2");
+  EXPECT_EQ(stored_text("count"), "2");
   Free_All_List();
   set_single_disk(0, "WD-1");
   read_HD_xml(0);
-  EXPECT_EQ(listed_names(), Names{"Music"});
+  EXPECT_EQ(listed_shares(), Names{"Music"});
 }
 
 TEST(ShareXmlWriter, MarkupInTheOtherFieldsStaysWhatItIs) {
@@ -290,8 +283,8 @@ TEST(ShareXmlWriter, MarkupInTheOtherFieldsStaysWhatItIs) {
   for (const auto &row : rows) {
     SCOPED_TRACE(row.list);
     const smb_share &share = read_back(on_disk("Music").read(row.list).write(row.list).deny(row.list));
-    EXPECT_EQ(element("read_list"), row.in_the_file);
-    EXPECT_EQ(element("write_list"), row.in_the_file);
+    EXPECT_EQ(stored_text("read_list"), row.in_the_file);
+    EXPECT_EQ(stored_text("write_list"), row.in_the_file);
     EXPECT_STREQ(share.read_list, row.read);
     EXPECT_STREQ(share.write_list, row.read);
     EXPECT_EQ(share.invalid_users, std::string("#nobody#,") + row.read);
@@ -309,7 +302,7 @@ TEST(ShareXmlWriter, AListWithALoneAmpersandDoesNotOpenTheShare) {
 TEST(ShareXmlWriter, AReferenceInASerialIsWhatItStandsFor) {
   Insert_Smb_Node(on_disk("Music").tag(1, "WD&45;1&lt;"));
   write();
-  EXPECT_EQ(element("hd_serial"), "WD&amp;45;1&lt;");
+  EXPECT_EQ(stored_text("hd_serial"), "WD&amp;45;1&lt;");
 }
 
 TEST(ShareXmlWriter, WhatXmlCannotHoldIsReplaced) {
@@ -367,9 +360,9 @@ TEST(ShareXmlWriter, NoByteCostsAShare) {
   }
   write_and_read_back();
   ASSERT_EQ(pss->count, 255);
-  int byte = 1;
-  for (const smb_share *share = pss->head; share != nullptr; share = share->next, ++byte) {
-    SCOPED_TRACE(byte);
+  int byte = 0;
+  for (const smb_share *share : nodes_of(smbshare)) {
+    SCOPED_TRACE(++byte);
     const bool held = byte == '\t' || byte == '\n' || byte == '\r' || (byte >= 0x20 && byte < 0x80);
     const std::string text = held ? field(byte) : "a" + replacement + "z";
     EXPECT_EQ(share->name, "s" + std::to_string(byte) + text);
@@ -409,9 +402,9 @@ TEST(ShareXmlWriter, NoTextMakesAFileThatCannotBeRead) {
   write_and_read_back();
   ASSERT_EQ(pss->count, shares);
   int i = 0;
-  for (const smb_share *share = pss->head; share != nullptr; share = share->next, ++i) {
+  for (const smb_share *share : nodes_of(smbshare)) {
     SCOPED_TRACE(i);
-    EXPECT_EQ(std::string(share->name).rfind(std::to_string(i) + ":", 0), 0U);
+    EXPECT_TRUE(std::string(share->name).starts_with(std::to_string(i++) + ":"));
     EXPECT_NE(std::string(share->read_list), "");
     EXPECT_STREQ(share->write_list, "");
     EXPECT_NE(std::string(share->invalid_users), "");

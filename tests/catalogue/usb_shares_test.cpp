@@ -1,25 +1,27 @@
 // create_usb_share: one share for every mounted USB disk.
-#include "listed_shares.h"
-#include "nasshare/support.h"
-#include "output.h"
+#include "access_lists.h"
+#include "debug_output.h"
+#include "fields.h"
+#include "listed.h"
+#include "nasshare/catalogue.h"
 #include "share.h"
 
-#include <cstdio>
 #include <gtest/gtest.h>
+#include <string>
 
 namespace nasshare::tests {
 namespace {
 
 void plug_in(int slot, const std::string &share_name, const std::string &folder) {
   pss->usb_exist[slot] = 1;
-  std::snprintf(pss->usb_share_name[slot], sizeof pss->usb_share_name[slot], "%s", share_name.c_str());
-  std::snprintf(pss->usb_mount_name[slot], sizeof pss->usb_mount_name[slot], "%s", folder.c_str());
+  put(pss->usb_share_name[slot], share_name);
+  put(pss->usb_mount_name[slot], folder);
 }
 
 TEST(UsbShares, AreOpenToEveryone) {
   plug_in(0, "USBDisk1_1", "HD_c1");
   create_usb_share();
-  ASSERT_EQ(listed_names(), Names{"USBDisk1_1"});
+  ASSERT_EQ(listed_shares(), Names{"USBDisk1_1"});
   const smb_share &share = *pss->head;
   EXPECT_EQ(share.volume_raid, 0);
   EXPECT_STREQ(share.hd_serial, "");
@@ -30,9 +32,9 @@ TEST(UsbShares, AreOpenToEveryone) {
   EXPECT_STREQ(share.oplocks, "yes");
   EXPECT_STREQ(share.map_archive, "no");
   EXPECT_STREQ(share.read_list, "");
-  EXPECT_STREQ(share.write_list, "#nobody#,#@allaccount#");
+  EXPECT_STREQ(share.write_list, everyone);
   EXPECT_STREQ(share.invalid_users, "");
-  EXPECT_STREQ(share.valid_users, "#nobody#,#@allaccount#");
+  EXPECT_STREQ(share.valid_users, everyone);
   EXPECT_EQ(share.recycle_enable, 0);
   EXPECT_EQ(share.recycle_tree, 0);
 }
@@ -42,7 +44,7 @@ TEST(UsbShares, StandInTheOrderOfTheSlots) {
   plug_in(4, "USBDisk1_5", "HD_c5");
   plug_in(0, "USBDisk1_1", "HD_c1");
   create_usb_share();
-  EXPECT_EQ(listed_names(), (Names{"USBDisk1_1", "USBDisk1_5", "USBDisk1_c"}));
+  EXPECT_EQ(listed_shares(), (Names{"USBDisk1_1", "USBDisk1_5", "USBDisk1_c"}));
   EXPECT_STREQ(pss->tail->path, "/mnt/USB/HD_c");
 }
 
@@ -59,7 +61,7 @@ TEST(UsbShares, AreMadeForSlotsThatAreExactlyOne) {
     plug_in(3, "USBDisk1_4", "HD_c4");
     pss->usb_exist[3] = mark;
     create_usb_share();
-    EXPECT_EQ(listed_names(), Names{}) << mark;
+    EXPECT_EQ(listed_shares(), Names{}) << mark;
   }
 }
 
@@ -67,9 +69,8 @@ TEST(UsbShares, WithATakenNameAreDroppedSilently) {
   Insert_Smb_Node(Share{"Stick"}.path("/mnt/HD/HD_a2/Stick").read("#alice#"));
   plug_in(0, "Stick", "HD_c1");
   plug_in(1, "Other", "HD_c2");
-  smb_dbg_flag = 1;
-  EXPECT_EQ(output_of(create_usb_share), "");
-  EXPECT_EQ(listed_names(), (Names{"Stick", "Other"}));
+  expect_silence(create_usb_share);
+  EXPECT_EQ(listed_shares(), (Names{"Stick", "Other"}));
   EXPECT_STREQ(pss->head->path, "/mnt/HD/HD_a2/Stick");
   EXPECT_STREQ(pss->head->read_list, "#alice#");
 }
@@ -78,7 +79,7 @@ TEST(UsbShares, OfTwoSlotsWithOneNameTheFirstIsMade) {
   plug_in(0, "Stick", "HD_c1");
   plug_in(1, "Stick", "HD_c2");
   create_usb_share();
-  EXPECT_EQ(listed_names(), Names{"Stick"});
+  EXPECT_EQ(listed_shares(), Names{"Stick"});
   EXPECT_STREQ(pss->head->path, "/mnt/USB/HD_c1");
 }
 
@@ -86,20 +87,20 @@ TEST(UsbShares, AreMadeForANameThatDiffersInLetterCase) {
   Insert_Smb_Node(Share{"stick"}.path("/mnt/HD/HD_a2/stick"));
   plug_in(0, "Stick", "HD_c1");
   create_usb_share();
-  EXPECT_EQ(listed_names(), (Names{"stick", "Stick"}));
+  EXPECT_EQ(listed_shares(), (Names{"stick", "Stick"}));
 }
 
 TEST(UsbShares, WithoutANameAreNotMade) {
   plug_in(0, "", "HD_c1");
   create_usb_share();
-  EXPECT_EQ(listed_names(), Names{});
+  EXPECT_EQ(listed_shares(), Names{});
 }
 
 TEST(UsbShares, AreAddedToTheList) {
   Insert_Smb_Node(Share{"Music"}.path("/mnt/HD/HD_a2/Music"));
   plug_in(0, "USBDisk1_1", "HD_c1");
   create_usb_share();
-  EXPECT_EQ(listed_names(), (Names{"Music", "USBDisk1_1"}));
+  EXPECT_EQ(listed_shares(), (Names{"Music", "USBDisk1_1"}));
 }
 
 TEST(UsbShares, KeepNamesAsLongAsTheFields) {
@@ -114,8 +115,7 @@ TEST(UsbShares, KeepNamesAsLongAsTheFields) {
 
 TEST(UsbShares, PrintNothingAndAreNoChange) {
   plug_in(0, "USBDisk1_1", "HD_c1");
-  smb_dbg_flag = 1;
-  EXPECT_EQ(output_of(create_usb_share), "");
+  expect_silence(create_usb_share);
   EXPECT_EQ(pss->list_changed, 0);
 }
 

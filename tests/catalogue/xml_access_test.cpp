@@ -1,4 +1,5 @@
 // Looking up an element of a parsed XML file, and giving the file back.
+#include "fields.h"
 #include "nasshare/catalogue.h"
 #include "output.h"
 
@@ -6,6 +7,7 @@
 #include <gtest/gtest.h>
 #include <libxml/parser.h>
 #include <string>
+#include <utility>
 
 namespace nasshare::tests {
 namespace {
@@ -129,7 +131,7 @@ TEST(SearchXmlChildren, AnswersNoneForMissingArguments) {
   char text[8] = "before";
   EXPECT_EQ(search_xml_children(nullptr, "name", text, sizeof text), nullptr);
   EXPECT_STREQ(text, "");
-  std::strcpy(text, "before");
+  put(text, "before");
   EXPECT_EQ(search_xml_children(document.root(), nullptr, text, sizeof text), nullptr);
   EXPECT_STREQ(text, "");
 }

@@ -1,11 +1,12 @@
-// "&" to "&amp;" and back, and numbers to text.
+// "&" to "&amp;" and back.
 #include "nasshare/catalogue.h"
+#include "text.h"
 
 #include <array>
-#include <cstdint>
 #include <cstring>
 #include <gtest/gtest.h>
 #include <string>
+#include <utility>
 
 namespace nasshare::tests {
 namespace {
@@ -34,14 +35,6 @@ std::string recovered(const std::string &text) {
   Buffer buffer(text);
   recover_special_char(buffer.text());
   return buffer.text();
-}
-
-std::string repeated(const std::string &text, int times) {
-  std::string result;
-  for (int i = 0; i < times; ++i) {
-    result += text;
-  }
-  return result;
 }
 
 TEST(ConvertXmlSpecialChar, EscapesEveryAmpersand) {
@@ -138,33 +131,6 @@ TEST(XmlSpecialChar, EveryTextComesBack) {
 TEST(XmlSpecialChar, MissingTextIsLeftAlone) {
   convert_xml_special_char(nullptr);
   recover_special_char(nullptr);
-}
-
-TEST(Itoa, GivesTheDecimalText) {
-  const std::pair<std::int32_t, const char *> rows[] = {
-      {0, "0"},
-      {7, "7"},
-      {9, "9"},
-      {10, "10"},
-      {100, "100"},
-      {-1, "-1"},
-      {-9, "-9"},
-      {-10, "-10"},
-      {1234567890, "1234567890"},
-      {-1203, "-1203"},
-      {INT32_MAX, "2147483647"},
-      {INT32_MIN, "-2147483648"},
-  };
-  for (const auto &[value, text] : rows) {
-    EXPECT_STREQ(itoa(value), text);
-  }
-}
-
-TEST(Itoa, OverwritesOneBuffer) {
-  const char *first = itoa(-2147483647);
-  EXPECT_STREQ(first, "-2147483647");
-  EXPECT_EQ(itoa(42), first);
-  EXPECT_STREQ(first, "42");
 }
 
 } // namespace
