@@ -1,6 +1,9 @@
 // The account list: the shares on which one account's permission changes.
-#include "access_lists.h"
+#include "fields.h"
+#include "listed.h"
+#include "nasshare/acl.h"
 
+#include <cstdint>
 #include <cstdlib>
 #include <gtest/gtest.h>
 #include <memory>
@@ -15,8 +18,7 @@ using Entries = std::vector<std::pair<std::string, std::uint32_t>>;
 
 Entries listed() {
   Entries entries;
-  const smb_acnt_node *node = pal->count == 0 ? nullptr : pal->head;
-  for (; node != nullptr; node = node->next) {
+  for (const smb_acnt_node *node : nodes_of(acntlist)) {
     entries.emplace_back(node->name, node->type);
   }
   return entries;

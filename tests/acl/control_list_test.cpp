@@ -1,8 +1,7 @@
 // The access-control list: permissions per account, in a head that the host program owns.
-#include "access_lists.h"
+#include "debug_output.h"
+#include "fields.h"
 #include "nasshare/acl.h"
-#include "nasshare/support.h"
-#include "output.h"
 
 #include <cstdlib>
 #include <gtest/gtest.h>
@@ -182,23 +181,25 @@ TEST_F(ControlList, IsPrintedForAnyDebugFlagButZero) {
                               "deny  = \n"
                               "exist = -2\n"
                               "\n";
-  for (const int flag : {0, 1, 2}) {
-    SCOPED_TRACE(flag);
-    smb_dbg_flag = flag;
-    EXPECT_EQ(output_of(ac_print_all), flag == 0 ? "" : printed);
-  }
+  expect_listing(ac_print_all, printed);
 }
 
 TEST_F(ControlList, AnEmptyListIsPrintedAsItsHeading) {
-  smb_dbg_flag = 2;
-  EXPECT_EQ(output_of(ac_print_all), "AC list :\n=============================\n");
+  expect_listing(ac_print_all, "AC list :\n=============================\n");
 }
 
 TEST_F(ControlList, AFullFieldIsPrintedWhole) {
-  ac_add_node(node_of("alice", std::string(12287, 'r')).get());
-  smb_dbg_flag = 1;
-  EXPECT_NE(output_of(ac_print_all).find("read  = " + std::string(12287, 'r') + "\nwrite = \n"),
-            std::string::npos);
+  const std::string shares(12287, 'r');
+  ac_add_node(node_of("alice", shares).get());
+  expect_listing(ac_print_all, "AC list :\n=============================\n"
+                               "name  = alice\n"
+                               "read  = " +
+                                   shares +
+                                   "\n"
+                                   "write = \n"
+                                   "deny  = \n"
+                                   "exist = 0\n"
+                                   "\n");
 }
 
 } // namespace

@@ -1,14 +1,18 @@
 // list_item_compare: drops the entries whose names stand in the name list.
 #include "access_lists.h"
-#include "nasshare/support.h"
-#include "output.h"
+#include "debug_output.h"
+#include "fields.h"
+#include "nasshare/acl.h"
+#include "text.h"
 
 #include <gtest/gtest.h>
+#include <string>
+#include <string_view>
 
 namespace nasshare::tests {
 namespace {
 
-std::string without(const std::vector<std::string> &names, std::string_view text) {
+std::string without(const Names &names, std::string_view text) {
   for (const std::string &name : names) {
     Insert_Name_Node(name.c_str());
   }
@@ -69,38 +73,26 @@ TEST(ListItems, ATextOfDelimitersOnlyIsOneEmptyName) {
 }
 
 TEST(ListItems, EveryTokenIsPrintedForAnyDebugFlagButZero) {
-  for (const int flag : {0, 1, 2}) {
-    SCOPED_TRACE(flag);
-    smb_dbg_flag = flag;
-    EXPECT_EQ(output_of([] { without({"b"}, "#a#,#b#,#@100%d#"); }), flag == 0
-                                                                         ? ""
-                                                                         : " read from LIST = a\n"
-                                                                           " read from LIST = b\n"
-                                                                           " read from LIST = @100%d\n");
-  }
+  expect_listing([] { without({"b"}, "#a#,#b#,#@100%d#"); }, " read from LIST = a\n"
+                                                             " read from LIST = b\n"
+                                                             " read from LIST = @100%d\n");
 }
 
 TEST(ListItems, AnEmptyListPrintsNothing) {
-  smb_dbg_flag = 1;
-  EXPECT_EQ(output_of([] { without({"a"}, ""); }), "");
+  expect_silence([] { without({"a"}, ""); });
 }
 
 TEST(ListItems, AFullListStaysWhole) {
-  const std::string full = numbered_entries(1536);
+  const std::string full = full_list();
   EXPECT_EQ(without({"alice"}, full), full);
   EXPECT_EQ(without({"u1535"}, full), numbered_entries(1535));
 }
 
 TEST(ListItems, AListThatGrowsEndsWithAWholeEntry) {
-  std::string list(12287, 'a');
-  std::string grown;
-  for (std::size_t i = 1; i < list.size(); i += 2) {
-    list[i] = ',';
-  }
-  for (int i = 0; i < 3072; ++i) {
-    grown += i == 0 ? "#a#" : ",#a#";
-  }
-  EXPECT_EQ(grown.size(), 12287U);
+  const std::string list = repeated("a,", 6143) + "a";
+  const std::string grown = "#a#" + repeated(",#a#", 3071);
+  ASSERT_EQ(list.size(), 12287U);
+  ASSERT_EQ(grown.size(), 12287U);
   EXPECT_EQ(without({}, list), grown);
 }
 

@@ -1,42 +1,49 @@
 // rw_list_rule: valid_users follows from readers and writers, and the guest is denied unless all may enter.
 #include "access_lists.h"
+#include "listed.h"
+#include "nasshare/acl.h"
 #include "share.h"
 
 #include <gtest/gtest.h>
+#include <ostream>
+#include <string>
 
 namespace nasshare::tests {
 namespace {
 
-struct Lists {
-  std::string read, write, deny, valid;
-  bool operator==(const Lists &) const = default;
+// What the rule makes of the lists.
+struct Ruled {
+  Lists lists;
+  std::string valid;
+
+  bool operator==(const Ruled &) const = default;
 };
 
-Lists lists_of(const smb_share &share) {
-  return {share.read_list, share.write_list, share.invalid_users, share.valid_users};
+std::ostream &operator<<(std::ostream &out, const Ruled &ruled) {
+  return out << ruled.lists << " valid [" << ruled.valid << "]";
 }
 
-Lists ruled(const std::string &read, const std::string &write, const std::string &deny,
+Ruled ruled_lists(const smb_share &share) {
+  return {lists_of(share), share.valid_users};
+}
+
+Ruled ruled(const std::string &read, const std::string &write, const std::string &deny,
             const std::string &valid = "") {
   const Share share = Share{"Music"}.read(read).write(write).deny(deny).valid(valid);
   rw_list_rule(share);
-  return lists_of(share);
+  return ruled_lists(share.record());
 }
 
-std::string one_long_entry(std::size_t size) {
-  return "#" + std::string(size - 2, 'x') + "#";
-}
-
-const std::string all(everyone);
-const std::string full = numbered_entries(1536);
+const std::string full = full_list();
 
 TEST(ListRule, AShareWithoutListsIsOpenToEveryone) {
-  EXPECT_EQ(ruled("", "", ""), (Lists{"", all, "", all}));
+  EXPECT_EQ(ruled("", "", ""), (Ruled{{"", everyone, ""}, everyone}));
 }
 
 TEST(ListRule, ValidUsersAreReadersAndWritersSideBySide) {
-  EXPECT_EQ(ruled("#a#", "#b#", ""), (Lists{"#a#", "#b#", "#nobody#", "#a#,#b#"}));
-  EXPECT_EQ(ruled("#a#,#@g#", "#b#,#c#", ""), (Lists{"#a#,#@g#", "#b#,#c#", "#nobody#", "#a#,#@g#,#b#,#c#"}));
+  EXPECT_EQ(ruled("#a#", "#b#", ""), (Ruled{{"#a#", "#b#", "#nobody#"}, "#a#,#b#"}));
+  EXPECT_EQ(ruled("#a#,#@g#", "#b#,#c#", ""),
+            (Ruled{{"#a#,#@g#", "#b#,#c#", "#nobody#"}, "#a#,#@g#,#b#,#c#"}));
 }
 
 TEST(ListRule, DuplicatesAreKept) {
@@ -44,38 +51,38 @@ TEST(ListRule, DuplicatesAreKept) {
 }
 
 TEST(ListRule, ReadersAloneAreValid) {
-  EXPECT_EQ(ruled("#a#", "", ""), (Lists{"#a#", "", "#nobody#", "#a#"}));
+  EXPECT_EQ(ruled("#a#", "", ""), (Ruled{{"#a#", "", "#nobody#"}, "#a#"}));
 }
 
 TEST(ListRule, WritersAloneAreValid) {
-  EXPECT_EQ(ruled("", "#b#", ""), (Lists{"", "#b#", "#nobody#", "#b#"}));
+  EXPECT_EQ(ruled("", "#b#", ""), (Ruled{{"", "#b#", "#nobody#"}, "#b#"}));
 }
 
 TEST(ListRule, DeniedAloneLeaveTheGuestValidAndDenied) {
-  EXPECT_EQ(ruled("", "", "#c#"), (Lists{"", "", "#nobody#,#c#", "#nobody#"}));
+  EXPECT_EQ(ruled("", "", "#c#"), (Ruled{{"", "", "#nobody#,#c#"}, "#nobody#"}));
 }
 
 TEST(ListRule, EveryoneAmongReadersOrWritersMakesEveryoneValid) {
-  EXPECT_EQ(ruled(all, "", ""), (Lists{all, "", "", all}));
-  EXPECT_EQ(ruled("", all, ""), (Lists{"", all, "", all}));
-  EXPECT_EQ(ruled(all, "#b#", ""), (Lists{all, "#b#", "", all}));
-  EXPECT_EQ(ruled("#a#", all, ""), (Lists{"#a#", all, "", all}));
-  EXPECT_EQ(ruled(all, all, ""), (Lists{all, all, "", all}));
+  EXPECT_EQ(ruled(everyone, "", ""), (Ruled{{everyone, "", ""}, everyone}));
+  EXPECT_EQ(ruled("", everyone, ""), (Ruled{{"", everyone, ""}, everyone}));
+  EXPECT_EQ(ruled(everyone, "#b#", ""), (Ruled{{everyone, "#b#", ""}, everyone}));
+  EXPECT_EQ(ruled("#a#", everyone, ""), (Ruled{{"#a#", everyone, ""}, everyone}));
+  EXPECT_EQ(ruled(everyone, everyone, ""), (Ruled{{everyone, everyone, ""}, everyone}));
 }
 
 TEST(ListRule, TheGuestIsPutBeforeTheDenied) {
-  EXPECT_EQ(ruled("", all, "#c#"), (Lists{"", all, "#nobody#,#c#", all}));
-  EXPECT_EQ(ruled("#a#", "", "#c#"), (Lists{"#a#", "", "#nobody#,#c#", "#a#"}));
+  EXPECT_EQ(ruled("", everyone, "#c#"), (Ruled{{"", everyone, "#nobody#,#c#"}, everyone}));
+  EXPECT_EQ(ruled("#a#", "", "#c#"), (Ruled{{"#a#", "", "#nobody#,#c#"}, "#a#"}));
 }
 
 TEST(ListRule, AnythingThatContainsTheGuestsNameCountsAsTheGuest) {
   for (const char *deny : {"#nobody#", "#c#,#nobody#", "#nobodyx#", "#xnobody#", "#@nobodies,nobody#",
                            "#nobody#,#@allaccount#"}) {
     SCOPED_TRACE(deny);
-    EXPECT_EQ(ruled("#a#", "", deny).deny, deny);
-    EXPECT_EQ(ruled("", all, deny).deny, deny);
+    EXPECT_EQ(ruled("#a#", "", deny).lists.deny, deny);
+    EXPECT_EQ(ruled("", everyone, deny).lists.deny, deny);
   }
-  EXPECT_EQ(ruled("#a#", "", "#Nobody#").deny, "#nobody#,#Nobody#");
+  EXPECT_EQ(ruled("#a#", "", "#Nobody#").lists.deny, "#nobody#,#Nobody#");
 }
 
 TEST(ListRule, EveryoneIsRecognisedOnlyExactly) {
@@ -83,20 +90,20 @@ TEST(ListRule, EveryoneIsRecognisedOnlyExactly) {
        {"#nobody#, #@allaccount#", "#@allaccount#,#nobody#", "#nobody#,#@allaccount#,#a#",
         "#nobody#,#@allaccount", "#nobody#,#@Domain Users#", "#@allaccount#", "#nobody#"}) {
     SCOPED_TRACE(list);
-    EXPECT_EQ(ruled(list, "", ""), (Lists{list, "", "#nobody#", list}));
-    EXPECT_EQ(ruled("", list, ""), (Lists{"", list, "#nobody#", list}));
+    EXPECT_EQ(ruled(list, "", ""), (Ruled{{list, "", "#nobody#"}, list}));
+    EXPECT_EQ(ruled("", list, ""), (Ruled{{"", list, "#nobody#"}, list}));
   }
 }
 
 TEST(ListRule, ValidUsersAreMadeAnewEveryTime) {
   EXPECT_EQ(ruled("#a#", "", "", "#old#,#older#").valid, "#a#");
-  EXPECT_EQ(ruled("", "", "", "#old#").valid, all);
+  EXPECT_EQ(ruled("", "", "", "#old#").valid, everyone);
   EXPECT_EQ(ruled("", "", "#c#", "#old#,#older#").valid, "#nobody#");
 }
 
 TEST(ListRule, EntriesAreNotExamined) {
-  EXPECT_EQ(ruled("a b", "#unknown#", "x"), (Lists{"a b", "#unknown#", "#nobody#,x", "a b,#unknown#"}));
-  EXPECT_EQ(ruled("#a#", "#a#", "#a#"), (Lists{"#a#", "#a#", "#nobody#,#a#", "#a#,#a#"}));
+  EXPECT_EQ(ruled("a b", "#unknown#", "x"), (Ruled{{"a b", "#unknown#", "#nobody#,x"}, "a b,#unknown#"}));
+  EXPECT_EQ(ruled("#a#", "#a#", "#a#"), (Ruled{{"#a#", "#a#", "#nobody#,#a#"}, "#a#,#a#"}));
 }
 
 TEST(ListRule, NoOtherFieldChanges) {
@@ -133,7 +140,7 @@ TEST(ListRule, AMissingRecordIsIgnored) {
 
 TEST(ListRule, TwiceGivesTheSameAsOnce) {
   const std::string lists[] = {"",
-                               all,
+                               everyone,
                                "#nobody#",
                                "#nobody#, #@allaccount#",
                                "#a#",
@@ -143,17 +150,17 @@ TEST(ListRule, TwiceGivesTheSameAsOnce) {
                                "##",
                                ",",
                                full,
-                               one_long_entry(12287),
-                               numbered_entries(1535) + ",#abcdef"};
+                               long_entry(12287),
+                               numbered_entries(entries_of_a_full_list - 1) + ",#abcdef"};
   for (const std::string &read : lists) {
     for (const std::string &write : lists) {
       for (const std::string &deny : lists) {
         SCOPED_TRACE(read.substr(0, 30) + " | " + write.substr(0, 30) + " | " + deny.substr(0, 30));
         const Share share = Share{"Music"}.read(read).write(write).deny(deny);
         rw_list_rule(share);
-        const Lists once = lists_of(share);
+        const Ruled once = ruled_lists(share.record());
         rw_list_rule(share);
-        ASSERT_EQ(lists_of(share), once);
+        ASSERT_EQ(ruled_lists(share.record()), once);
       }
     }
   }
@@ -163,14 +170,15 @@ TEST(ListRule, ValidUsersThatWouldOverflowEndWithAWholeEntry) {
   ASSERT_EQ(full.size(), 12287U);
   EXPECT_EQ(ruled(full, full, "").valid, full);
   EXPECT_EQ(ruled(full, "#b#", "").valid, full);
-  EXPECT_EQ(ruled("#a#", full, "").valid, "#a#," + numbered_entries(1535));
-  EXPECT_EQ(ruled("#a#", one_long_entry(12287), "").valid, "#a#");
+  EXPECT_EQ(ruled("#a#", full, "").valid, "#a#," + numbered_entries(entries_of_a_full_list - 1));
+  EXPECT_EQ(ruled("#a#", long_entry(12287), "").valid, "#a#");
 }
 
 TEST(ListRule, DeniedThatWouldOverflowEndWithAWholeEntry) {
-  EXPECT_EQ(ruled("#a#", "", full).deny, "#nobody#," + numbered_entries(1534));
-  EXPECT_EQ(ruled("", "", numbered_entries(1534)).deny, "#nobody#," + numbered_entries(1534));
-  EXPECT_EQ(ruled("", "", one_long_entry(12287)).deny, "#nobody#");
+  EXPECT_EQ(ruled("#a#", "", full).lists.deny, "#nobody#," + numbered_entries(entries_of_a_full_list - 2));
+  EXPECT_EQ(ruled("", "", numbered_entries(entries_of_a_full_list - 2)).lists.deny,
+            "#nobody#," + numbered_entries(entries_of_a_full_list - 2));
+  EXPECT_EQ(ruled("", "", long_entry(12287)).lists.deny, "#nobody#");
 }
 
 TEST(ListRule, FullListsLeaveTheirNeighboursIntact) {
@@ -179,7 +187,7 @@ TEST(ListRule, FullListsLeaveTheirNeighboursIntact) {
   EXPECT_STREQ(share.record().map_archive, "yes");
   EXPECT_EQ(share.record().read_list, full);
   EXPECT_EQ(share.record().write_list, full);
-  EXPECT_EQ(share.record().invalid_users, "#nobody#," + numbered_entries(1534));
+  EXPECT_EQ(share.record().invalid_users, "#nobody#," + numbered_entries(entries_of_a_full_list - 2));
   EXPECT_EQ(share.record().valid_users, full);
   EXPECT_EQ(share.record().recycle_enable, 1);
 }

@@ -1,14 +1,13 @@
 // The name list: appending, finding, unlinking, printing.
-#include "access_lists.h"
-#include "nasshare/support.h"
-#include "output.h"
+#include "debug_output.h"
+#include "listed.h"
+#include "nasshare/acl.h"
 
 #include <gtest/gtest.h>
+#include <string>
 
 namespace nasshare::tests {
 namespace {
-
-using Names = std::vector<std::string>;
 
 TEST(NameList, IsEmptyAtStart) {
   EXPECT_EQ(pnl, &namelist);
@@ -135,16 +134,11 @@ TEST(NameList, FreeingLeavesItEmpty) {
 TEST(NameList, IsPrintedForAnyDebugFlagButZero) {
   Insert_Name_Node("alice");
   Insert_Name_Node("100%s");
-  for (const int flag : {0, 1, 2}) {
-    SCOPED_TRACE(flag);
-    smb_dbg_flag = flag;
-    EXPECT_EQ(output_of(Print_Name_List), flag == 0 ? "" : "Name = alice\nName = 100%s\n");
-  }
+  expect_listing(Print_Name_List, "Name = alice\nName = 100%s\n");
 }
 
 TEST(NameList, AnEmptyListPrintsNothing) {
-  smb_dbg_flag = 1;
-  EXPECT_EQ(output_of(Print_Name_List), "");
+  expect_silence(Print_Name_List);
 }
 
 TEST(NameList, ANameIsCutToItsField) {

@@ -1,10 +1,14 @@
 // convert_list: an access list as the value of an smb.conf option.
 #include "access_lists.h"
 #include "appliance.h"
+#include "fields.h"
+#include "nasshare/acl.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
 #include <memory>
+#include <string>
+#include <string_view>
 
 namespace nasshare::tests {
 namespace {
@@ -20,12 +24,8 @@ void join(std::string_view workgroup) {
   put(pss->ads_workgroup, workgroup);
 }
 
-std::string repeated(const std::string &entry, int count) {
-  std::string list = entry;
-  for (int i = 1; i < count; ++i) {
-    list += "," + entry;
-  }
-  return list;
+std::string entries(const std::string &entry, std::size_t count) {
+  return entry + repeated("," + entry, count - 1);
 }
 
 TEST(SambaList, LocalEntriesAreQuoted) {
@@ -57,9 +57,9 @@ TEST(SambaList, EveryModeButOneIsLocal) {
 }
 
 TEST(SambaList, AFullLocalListStaysWhole) {
-  std::string value = numbered_entries(1536);
-  const std::string list = value;
-  std::replace(value.begin(), value.end(), '#', '"');
+  const std::string list = full_list();
+  std::string value = list;
+  std::ranges::replace(value, '#', '"');
   EXPECT_EQ(value.size(), 12287U);
   EXPECT_EQ(converted(list), value);
 }
@@ -121,25 +121,25 @@ TEST(SambaList, ADomainListThatGrowsEndsWithAWholeEntry) {
   Appliance{}.user("a", 600, 600);
   join("CORP");
   // Entries of 4 bytes, comma included, become entries of 9; 12287 bytes hold 1365 of them.
-  EXPECT_EQ(converted(repeated("#a#", 3072)), repeated("\"CORP+a\"", 1365));
+  EXPECT_EQ(converted(entries("#a#", 3072)), entries("\"CORP+a\"", 1365));
 }
 
 TEST(SambaList, ALongDomainNameKeepsTheListInItsField) {
   Appliance{}.user("a", 600, 600);
   join(std::string(511, 'W'));
-  EXPECT_EQ(converted(repeated("#a#", 100)), repeated("\"" + std::string(511, 'W') + "+a\"", 23));
+  EXPECT_EQ(converted(entries("#a#", 100)), entries("\"" + std::string(511, 'W') + "+a\"", 23));
 }
 
 TEST(SambaList, AListThatGrowsLeavesItsNeighboursIntact) {
   Appliance{}.user("a", 600, 600);
   join("CORP");
-  auto share = std::make_unique<smb_share>();
+  const auto share = std::make_unique<smb_share>();
   put(share->map_archive, "yes");
-  put(share->read_list, repeated("#a#", 3072));
+  put(share->read_list, entries("#a#", 3072));
   put(share->write_list, "#alice#");
   convert_list(share->read_list);
   EXPECT_STREQ(share->map_archive, "yes");
-  EXPECT_EQ(share->read_list, repeated("\"CORP+a\"", 1365));
+  EXPECT_EQ(share->read_list, entries("\"CORP+a\"", 1365));
   EXPECT_STREQ(share->write_list, "#alice#");
 }
 

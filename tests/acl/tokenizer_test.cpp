@@ -1,7 +1,12 @@
 // smb_strtok: tokens between runs of delimiters, with a process-wide cursor.
 #include "access_lists.h"
+#include "fields.h"
+#include "nasshare/acl.h"
 
 #include <gtest/gtest.h>
+#include <string>
+#include <string_view>
+#include <vector>
 
 namespace nasshare::tests {
 namespace {
@@ -114,7 +119,7 @@ TEST(Tokenizer, AMissingDelimiterSetYieldsNothing) {
 }
 
 TEST(Tokenizer, AFullListIsWalkedToItsEnd) {
-  const std::string list = numbered_entries(1536);
+  const std::string list = full_list();
   ASSERT_EQ(list.size(), 12287U);
   const Tokens tokens = tokens_of(list);
   EXPECT_EQ(tokens.size(), 1536U);
