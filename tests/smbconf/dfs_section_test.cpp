@@ -1,6 +1,12 @@
 // The section of the DFS root closes smb.conf.
+#include "appliance.h"
+#include "fields.h"
+#include "nasshare/catalogue.h"
 #include "share.h"
 #include "smb_conf.h"
+
+#include <gtest/gtest.h>
+#include <string>
 
 namespace nasshare::tests {
 namespace {
@@ -22,7 +28,7 @@ TEST(DfsSection, FollowsAnEmptyCatalogue) {
 }
 
 TEST(DfsSection, LetsTheDomainsUsersInInADomain) {
-  in_a_domain();
+  in_the_domain();
   pss->dfs_enable = 1;
   EXPECT_EQ(generated_sections(), "\n[ DFS ]\n"
                                   "comment = Samba MSDFS Server\n"
@@ -59,7 +65,7 @@ TEST(DfsSection, StandsBehindTheRecycleBins) {
 }
 
 TEST(DfsSection, CarriesALongDomainNameWhole) {
-  in_a_domain();
+  in_the_domain();
   pss->dfs_enable = 1;
   const std::string name(511, 'D');
   put(pss->ads_workgroup, name);

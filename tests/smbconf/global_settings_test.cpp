@@ -1,15 +1,15 @@
-// read_global_setting and Get_Mac_Str: settings, their defaults and what is written back.
+// read_global_setting: the settings, their defaults and what is written back.
 #include "appliance.h"
+#include "debug_output.h"
+#include "fields.h"
 #include "nasshare/catalogue.h"
-#include "nasshare/platform.h"
 #include "nasshare/smbconf.h"
-#include "nasshare/support.h"
-#include "output.h"
+#include "paths.h"
+#include "text.h"
 
 #include <cerrno>
-#include <cstdio>
-#include <cstring>
 #include <gtest/gtest.h>
+#include <string>
 #include <sys/socket.h>
 #include <sys/syscall.h>
 #include <unistd.h>
@@ -18,21 +18,6 @@ namespace nasshare::tests {
 namespace {
 
 bool refuse_sockets = false;
-
-constexpr const char *database = "/etc/NAS_CFG/config.xml";
-
-std::string stored(const char *key) {
-  char value[512] = "";
-  xml_get_str(key, sizeof value, value);
-  return value;
-}
-
-std::string name_for(const std::string &hardware_address) {
-  Appliance{}.hardware_address(hardware_address);
-  char name[32] = "";
-  Get_Mac_Str(name);
-  return name;
-}
 
 // The three names, so that no default is needed.
 Appliance named_appliance() {
@@ -51,16 +36,12 @@ Appliance appliance_with_domain_keys() {
       .config("/system_mgr/samba/ads_pwd_server", "dc1.corp.lan");
 }
 
-void set(char (&field)[512], const char *text) {
-  std::snprintf(field, sizeof field, "%s", text);
-}
-
 void set_domain_fields(const char *text) {
-  set(pss->ads_workgroup, text);
-  set(pss->ads_username, text);
-  set(pss->ads_password, text);
-  set(pss->ads_realm, text);
-  set(pss->ads_pwd_server, text);
+  put(pss->ads_workgroup, text);
+  put(pss->ads_username, text);
+  put(pss->ads_password, text);
+  put(pss->ads_realm, text);
+  put(pss->ads_pwd_server, text);
 }
 
 void expect_domain_fields(const char *text) {
@@ -92,17 +73,17 @@ TEST(GlobalSettings, OfAnEmptyDatabaseTakeDefaults) {
 TEST(GlobalSettings, DefaultsAreWrittenBackInOrder) {
   Appliance{}.hardware_address("02:00:00:0a:1b:02").config("/hw_ver", "T2");
   read_global_setting();
-  EXPECT_EQ(read_file(database), "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-                                 "<config>\n"
-                                 "  <hw_ver>T2</hw_ver>\n"
-                                 "  <system_mgr>\n"
-                                 "    <samba>\n"
-                                 "      <workgroup>workgroup</workgroup>\n"
-                                 "      <netbios_name>tarvo-a1b2</netbios_name>\n"
-                                 "      <server_string>T2</server_string>\n"
-                                 "    </samba>\n"
-                                 "  </system_mgr>\n"
-                                 "</config>\n");
+  EXPECT_EQ(read_file(config_database), "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+                                        "<config>\n"
+                                        "  <hw_ver>T2</hw_ver>\n"
+                                        "  <system_mgr>\n"
+                                        "    <samba>\n"
+                                        "      <workgroup>workgroup</workgroup>\n"
+                                        "      <netbios_name>tarvo-a1b2</netbios_name>\n"
+                                        "      <server_string>T2</server_string>\n"
+                                        "    </samba>\n"
+                                        "  </system_mgr>\n"
+                                        "</config>\n");
 }
 
 TEST(GlobalSettings, DefaultsOutliveTheAddressTheyCameFrom) {
@@ -116,10 +97,10 @@ TEST(GlobalSettings, DefaultsOutliveTheAddressTheyCameFrom) {
 
 TEST(GlobalSettings, ThatAreThereAreKeptAndNothingIsWritten) {
   named_appliance().hardware_address("02:00:00:0a:1b:02").config("/hw_ver", "T2");
-  const std::string before = read_file(database);
+  const std::string before = read_file(config_database);
   read_global_setting();
   EXPECT_STREQ(pss->netbios_name, "ATTIC");
-  EXPECT_EQ(read_file(database), before);
+  EXPECT_EQ(read_file(config_database), before);
   EXPECT_EQ(kernel_requests(), "");
 }
 
@@ -130,16 +111,16 @@ TEST(GlobalSettings, OnlyTheMissingNameIsFilledIn) {
       .config("/system_mgr/samba/workgroup", "HOME")
       .config("/system_mgr/samba/server_string", "Box");
   read_global_setting();
-  EXPECT_EQ(stored("/system_mgr/samba/workgroup"), "HOME");
-  EXPECT_EQ(stored("/system_mgr/samba/netbios_name"), "tarvo-a1b2");
-  EXPECT_EQ(stored("/system_mgr/samba/server_string"), "Box");
+  EXPECT_EQ(stored_value("/system_mgr/samba/workgroup"), "HOME");
+  EXPECT_EQ(stored_value("/system_mgr/samba/netbios_name"), "tarvo-a1b2");
+  EXPECT_EQ(stored_value("/system_mgr/samba/server_string"), "Box");
 }
 
 TEST(GlobalSettings, AnEarlierValueInMemoryDoesNotStandInForAMissingOne) {
   Appliance{}.hardware_address("02:00:00:0a:1b:02");
-  set(pss->workgroup, "STALE");
-  set(pss->netbios_name, "STALE");
-  set(pss->server_string, "STALE");
+  put(pss->workgroup, "STALE");
+  put(pss->netbios_name, "STALE");
+  put(pss->server_string, "STALE");
   read_global_setting();
   EXPECT_STREQ(pss->workgroup, "workgroup");
   EXPECT_STREQ(pss->netbios_name, "tarvo-a1b2");
@@ -150,7 +131,7 @@ TEST(GlobalSettings, WithoutAHardwareVersionTheServerStringIsEmptyAndStoredSo) {
   Appliance{};
   read_global_setting();
   EXPECT_STREQ(pss->server_string, "");
-  EXPECT_NE(read_file(database).find("<server_string/>"), std::string::npos);
+  EXPECT_NE(read_file(config_database).find("<server_string/>"), std::string::npos);
 }
 
 TEST(GlobalSettings, SwitchesAreOnForTheValueOneOnly) {
@@ -193,11 +174,11 @@ TEST(GlobalSettings, DomainSettingsAreReadInDomainMode) {
 
 TEST(GlobalSettings, DomainSettingsHaveNoDefaults) {
   named_appliance().config("/system_mgr/samba/ads_enable", "1");
-  const std::string before = read_file(database);
+  const std::string before = read_file(config_database);
   set_domain_fields("stale");
   read_global_setting();
   expect_domain_fields("");
-  EXPECT_EQ(read_file(database), before);
+  EXPECT_EQ(read_file(config_database), before);
 }
 
 TEST(GlobalSettings, DomainSettingsStayUntouchedOutsideDomainMode) {
@@ -231,12 +212,12 @@ TEST(GlobalSettings, ALongHardwareVersionIsStoredAsTheServerStringThatItGives) {
   Appliance{}.config("/hw_ver", std::string(600, 'h'));
   read_global_setting();
   EXPECT_EQ(pss->server_string, std::string(511, 'h'));
-  EXPECT_EQ(stored("/system_mgr/samba/server_string"), std::string(511, 'h'));
+  EXPECT_EQ(stored_value("/system_mgr/samba/server_string"), std::string(511, 'h'));
 }
 
 TEST(GlobalSettings, TheVolumeTableAndTheShareListStay) {
   named_appliance();
-  std::memset(pss->usb_mount_name[31], 'u', 511);
+  put(pss->usb_mount_name[31], std::string(511, 'u'));
   pss->vol_present[0] = 7;
   pss->count = 0;
   read_global_setting();
@@ -246,101 +227,31 @@ TEST(GlobalSettings, TheVolumeTableAndTheShareListStay) {
 }
 
 TEST(GlobalSettings, TheGeneratedNameIsPrintedForAnyNonZeroFlag) {
-  const struct {
-    int flag;
-    const char *output;
-  } rows[] = {{0, ""}, {1, "mac[tarvo-a1b2]\n"}, {2, "mac[tarvo-a1b2]\n"}, {-1, "mac[tarvo-a1b2]\n"}};
   Appliance machine = Appliance{}.hardware_address("02:00:00:0a:1b:02");
-  for (const auto &row : rows) {
-    SCOPED_TRACE(row.flag);
+  const auto read_unnamed = [&machine] {
     machine.config("/system_mgr/samba/netbios_name", "");
-    smb_dbg_flag = row.flag;
-    EXPECT_EQ(output_of(read_global_setting), row.output);
-  }
+    read_global_setting();
+  };
+  expect_listing(read_unnamed, "mac[tarvo-a1b2]\n");
 }
 
 TEST(GlobalSettings, NothingIsPrintedForANameThatIsThere) {
   named_appliance().config("/system_mgr/samba/ads_enable", "1");
-  for (const int flag : {1, 2}) {
-    smb_dbg_flag = flag;
-    EXPECT_EQ(output_of(read_global_setting), "");
-  }
+  expect_silence(read_global_setting);
 }
 
 TEST(GlobalSettings, WithoutASocketTheNameStaysEmptyAndIsStoredSo) {
-  const struct {
-    int flag;
-    const char *output;
-  } rows[] = {{0, "IOCTL API: Create socket fail\n"},
-              {1, "IOCTL API: Create socket fail\nmac[]\n"},
-              {2, "IOCTL API: Create socket fail\nmac[]\n"}};
   Appliance{}.hardware_address("02:00:00:0a:1b:02");
   refuse_sockets = true;
-  for (const auto &row : rows) {
-    SCOPED_TRACE(row.flag);
-    set(pss->netbios_name, "STALE");
-    smb_dbg_flag = row.flag;
-    EXPECT_EQ(output_of(read_global_setting), row.output);
+  const auto read = [] {
+    put(pss->netbios_name, "STALE");
+    read_global_setting();
     EXPECT_STREQ(pss->netbios_name, "");
-    EXPECT_NE(read_file(database).find("<netbios_name/>"), std::string::npos);
-  }
-}
-
-TEST(MacName, HasTheLastThreeBytesInHexadecimalWithoutPadding) {
-  const struct {
-    const char *address;
-    const char *name;
-  } rows[] = {
-      {"02:00:00:0a:1b:02", "tarvo-a1b2"},   {"02:00:00:00:01:0f", "tarvo-01f"},
-      {"02:00:00:00:00:00", "tarvo-000"},    {"02:00:00:ff:ff:ff", "tarvo-ffffff"},
-      {"02:00:00:80:7f:90", "tarvo-807f90"}, {"02:00:00:01:12:03", "tarvo-1123"},
-      {"02:00:00:11:02:03", "tarvo-1123"},
+    EXPECT_TRUE(contains(read_file(config_database), "<netbios_name/>"));
   };
-  for (const auto &row : rows) {
-    SCOPED_TRACE(row.address);
-    EXPECT_EQ(name_for(row.address), row.name);
-  }
-}
-
-TEST(MacName, IsAllZerosWhenTheInterfaceDoesNotAnswer) {
-  Appliance{};
-  char name[32] = "as it was";
-  Get_Mac_Str(name);
-  EXPECT_STREQ(name, "tarvo-000");
-  EXPECT_EQ(kernel_requests(), "SIOCGIFHWADDR egiga0\n");
-}
-
-TEST(MacName, FitsSixteenBytes) {
-  Appliance{}.hardware_address("02:00:00:ff:ff:ff");
-  char field[17] = "0123456789abcdef";
-  Get_Mac_Str(field);
-  EXPECT_STREQ(field, "tarvo-ffffff");
-  EXPECT_EQ(std::string(field + 13, 3), "def");
-}
-
-TEST(MacName, WithoutASocketIsReportedAndTheDestinationStays) {
-  Appliance{}.hardware_address("02:00:00:0a:1b:02");
-  refuse_sockets = true;
-  for (const int flag : {0, 1, 2}) {
-    SCOPED_TRACE(flag);
-    smb_dbg_flag = flag;
-    char name[32] = "as it was";
-    EXPECT_EQ(output_of([&name] { Get_Mac_Str(name); }), "IOCTL API: Create socket fail\n");
-    EXPECT_STREQ(name, "as it was");
-  }
-  EXPECT_EQ(kernel_requests(), "");
-}
-
-TEST(MacName, PrintsNothingOtherwise) {
-  Appliance{}.hardware_address("02:00:00:0a:1b:02");
-  smb_dbg_flag = 1;
-  char name[32] = "";
-  EXPECT_EQ(output_of([&name] { Get_Mac_Str(name); }), "");
-}
-
-TEST(MacName, WithoutADestinationIsNothing) {
-  Appliance{};
-  EXPECT_EQ(output_of([] { Get_Mac_Str(nullptr); }), "");
+  expect_output(read, [](int flag) {
+    return std::string("IOCTL API: Create socket fail\n") + (flag == 0 ? "" : "mac[]\n");
+  });
 }
 
 } // namespace

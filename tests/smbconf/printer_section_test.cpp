@@ -1,9 +1,13 @@
 // The spool folder lies on the first hidden system partition.
 #include "appliance.h"
+#include "nasshare/smbconf.h"
+#include "share.h"
 #include "smb_conf.h"
 
 #include <cstdio>
 #include <cstdlib>
+#include <gtest/gtest.h>
+#include <string>
 
 namespace nasshare::tests {
 namespace {
@@ -60,9 +64,7 @@ TEST(PrinterSection, TakesALongNameWhole) {
 
 TEST(PrinterSection, StandsBetweenTheGlobalSectionAndTheShares) {
   Appliance{}.folder("/mnt/HD_a4");
-  smb_share share{};
-  put(share.name, "Music");
-  Insert_Smb_Node(&share);
+  Insert_Smb_Node(Share{"Music"});
   const std::string start = section_at("/mnt/HD_a4") + "[ Music ]\n";
   EXPECT_EQ(generated_sections().substr(0, start.size()), start);
 }

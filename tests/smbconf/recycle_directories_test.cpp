@@ -1,15 +1,17 @@
 // A recycle root and one directory per user, open to all and owned by its user.
-#include "nasshare/support.h"
-#include "output.h"
+#include "appliance.h"
+#include "debug_output.h"
+#include "nasshare/catalogue.h"
+#include "nasshare/smbconf.h"
 #include "smb_conf.h"
 
+#include <gtest/gtest.h>
+#include <string>
 #include <sys/stat.h>
 #include <unistd.h>
 
 namespace nasshare::tests {
 namespace {
-
-using Names = std::vector<std::string>;
 
 const std::string root = "/mnt/HD/HD_a2/recycle";
 
@@ -36,7 +38,7 @@ void make() {
 
 Names made_for(const std::string &listing) {
   Appliance{}.command("wbinfo", listing);
-  in_a_domain();
+  in_the_domain();
   make();
   return names_in(root);
 }
@@ -121,7 +123,7 @@ TEST_F(RecycleDirectories, ARootThatCannotBeMadeGivesNone) {
 
 TEST_F(RecycleDirectories, EveryModeButOneIsOutsideADomain) {
   Appliance{}.command("wbinfo", "dave 10000 10000\n");
-  in_a_domain();
+  in_the_domain();
   pss->ads_enable = 2;
   make();
   EXPECT_EQ(names_in(root), (Names{"alice", "bob", "carol", "nobody"}));
@@ -144,8 +146,7 @@ TEST_F(RecycleDirectories, OfNoRootAreNone) {
 }
 
 TEST_F(RecycleDirectories, NothingIsPrinted) {
-  smb_dbg_flag = 1;
-  EXPECT_EQ(output_of(make), "");
+  expect_silence(make);
 }
 
 // ---- In a domain
@@ -185,7 +186,7 @@ TEST_F(DomainRecycleDirectories, TheAppliancesOwnAccountIsSkippedInAnyLetterCase
 
 TEST_F(DomainRecycleDirectories, WithoutANameOfItsOwnTheApplianceSkipsNobody) {
   Appliance{}.command("wbinfo", "dave 10000 10000\n");
-  in_a_domain();
+  in_the_domain();
   pss->netbios_name[0] = '\0';
   make();
   EXPECT_EQ(names_in(root), (Names{"CORP+dave", "nobody"}));
@@ -217,14 +218,14 @@ TEST_F(DomainRecycleDirectories, ASecondCallChangesNothing) {
 
 TEST_F(DomainRecycleDirectories, WithoutTheCommandTheRootAndTheGuestAreMade) {
   Appliance{}.no_command("wbinfo");
-  in_a_domain();
+  in_the_domain();
   make();
   EXPECT_EQ(names_in(root), Names{"nobody"});
 }
 
 TEST_F(DomainRecycleDirectories, ACommandThatKnowsNoSuchOptionGivesTheRootAndTheGuest) {
   Appliance{}.command("wbinfo", recording("domain/wbinfo-z.stdout"), 1, recording("domain/wbinfo-z.stderr"));
-  in_a_domain();
+  in_the_domain();
   make();
   EXPECT_EQ(names_in(root), Names{"nobody"});
 }
@@ -250,9 +251,8 @@ TEST_F(DomainRecycleDirectories, ANameThatDoesNotFitHasNone) {
 
 TEST_F(DomainRecycleDirectories, NothingIsPrinted) {
   Appliance{}.command("wbinfo", "dave 10000 10000\n");
-  in_a_domain();
-  smb_dbg_flag = 1;
-  EXPECT_EQ(output_of(make), "");
+  in_the_domain();
+  expect_silence(make);
 }
 
 } // namespace

@@ -1,6 +1,12 @@
 // One recycle-bin section of smb.conf per volume that has a recycling share.
+#include "appliance.h"
+#include "fields.h"
+#include "nasshare/catalogue.h"
 #include "share.h"
 #include "smb_conf.h"
+
+#include <gtest/gtest.h>
+#include <string>
 
 namespace nasshare::tests {
 namespace {
@@ -104,14 +110,14 @@ TEST_F(RecycleSections, AVolumesMarkIsNeverTakenBack) {
 TEST_F(RecycleSections, MakeTheDirectoriesOfTheUsers) {
   share("Music", "/mnt/HD/HD_a2/music", 1);
   EXPECT_EQ(recycle_sections(), volume_1);
-  EXPECT_EQ(names_in("/mnt/HD/HD_a2/recycle"), (std::vector<std::string>{"alice", "bob", "carol", "nobody"}));
+  EXPECT_EQ(names_in("/mnt/HD/HD_a2/recycle"), (Names{"alice", "bob", "carol", "nobody"}));
   EXPECT_EQ(mode("/mnt/HD/HD_a2/recycle"), 0777U);
   EXPECT_FALSE(exists("/mnt/HD/HD_b2/recycle"));
 }
 
 TEST_F(RecycleSections, LetTheDomainsUsersInInADomain) {
   Appliance{}.command("wbinfo", "dave 10000 10000\n");
-  in_a_domain();
+  in_the_domain();
   share("Music", "/mnt/HD/HD_a2/music", 1);
   EXPECT_EQ(recycle_sections(), "\n[ Recycle Bin - Volume_1 ]\n"
                                 "comment = Recycle Bin Directories\n"
@@ -119,7 +125,7 @@ TEST_F(RecycleSections, LetTheDomainsUsersInInADomain) {
                                 "guest ok = yes\n"
                                 "writable = yes\n"
                                 "valid users = \"nobody\",\"+CORP+Domain Users\"\n");
-  EXPECT_EQ(names_in("/mnt/HD/HD_a2/recycle"), (std::vector<std::string>{"CORP+dave", "nobody"}));
+  EXPECT_EQ(names_in("/mnt/HD/HD_a2/recycle"), (Names{"CORP+dave", "nobody"}));
 }
 
 TEST_F(RecycleSections, CarryALongNameWhole) {

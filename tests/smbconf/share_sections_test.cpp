@@ -1,8 +1,18 @@
 // One section of smb.conf per share.
-#include "nasshare/support.h"
-#include "output.h"
+#include "access_lists.h"
+#include "appliance.h"
+#include "debug_output.h"
+#include "fields.h"
+#include "nasshare/catalogue.h"
+#include "nasshare/smbconf.h"
 #include "share.h"
 #include "smb_conf.h"
+#include "text.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
 
 namespace nasshare::tests {
 namespace {
@@ -11,36 +21,22 @@ Share music() {
   return Share{"Music"}.comment("Songs").path("/mnt/HD/HD_a2/music").oplocks("yes").map_archive("no");
 }
 
+using Values = std::vector<std::string>;
+
 // The value of the option in every section, in order.
-std::vector<std::string> values(const std::string &option) {
-  std::vector<std::string> found;
-  const std::string text = "\n" + generated_sections();
-  const std::string label = "\n" + option + " = ";
-  for (std::size_t at = text.find(label); at != std::string::npos; at = text.find(label, at + 1)) {
-    const std::size_t start = at + label.size();
-    found.push_back(text.substr(start, text.find('\n', start) - start));
+Values values(const std::string &option) {
+  const std::string label = option + " = ";
+  Values found = lines_beginning(generated_sections(), label);
+  for (std::string &line : found) {
+    line.erase(0, label.size());
   }
   return found;
 }
 
-std::string full_list() {
-  std::string list;
-  for (int i = 0; i < 1536; ++i) {
-    char entry[16];
-    std::snprintf(entry, sizeof entry, "%s#u%04d#", i == 0 ? "" : ",", i);
-    list += entry;
-  }
-  return list;
-}
-
 std::string quoted(std::string list) {
-  for (char &character : list) {
-    character = character == '#' ? '"' : character;
-  }
+  std::ranges::replace(list, '#', '"');
   return list;
 }
-
-using Values = std::vector<std::string>;
 
 TEST(ShareSection, HasItsOptionsInThisOrder) {
   Insert_Smb_Node(music().read("#alice#").write("#@staff#").deny("#carol#").recycle(1, 1));
@@ -132,7 +128,7 @@ TEST(ShareSection, TheListsOfTheRecordsAreConvertedInPlace) {
 }
 
 TEST(ShareSection, DomainListsHoldKnownAccountsOnly) {
-  in_a_domain();
+  in_the_domain();
   Insert_Smb_Node(music().read("#alice#,#dave#").write("#@sales#").deny("#@staff#"));
   const std::string text = generated_sections();
   EXPECT_NE(text.find("\nread list = \"CORP+alice\"\n"
@@ -189,14 +185,9 @@ TEST(Oplocks, WithoutAnExportFileNothingIsExported) {
 TEST(Oplocks, TheComparisonOfPathsIsPrintedWhenTheDebugFlagIsOne) {
   Appliance{}.config("/system_mgr/nfs/enable", "1").exports("\"/mnt/HD/HD_a2/docs\" *(rw)\n");
   Insert_Smb_Node(music().everyone());
-  for (const int flag : {0, 1, 2}) {
-    SCOPED_TRACE(flag);
-    smb_dbg_flag = flag;
-    EXPECT_EQ(output_of([] { create_smb_conf(); }), flag == 1 ? "afp nfs state is [0][1]\n"
-                                                                "get_nfs_path---->[/mnt/HD/HD_a2/docs]\n"
-                                                                "compare path---->[/mnt/HD/HD_a2/music]\n"
-                                                              : "");
-  }
+  expect_trace([] { create_smb_conf(); }, "afp nfs state is [0][1]\n"
+                                          "get_nfs_path---->[/mnt/HD/HD_a2/docs]\n"
+                                          "compare path---->[/mnt/HD/HD_a2/music]\n");
 }
 
 TEST(Oplocks, WithAfpOnTheExportsAreNotAsked) {
@@ -205,8 +196,7 @@ TEST(Oplocks, WithAfpOnTheExportsAreNotAsked) {
       .config("/system_mgr/nfs/enable", "1")
       .exports("\"/mnt/HD/HD_a2/docs\" *(rw)\n");
   Insert_Smb_Node(music().everyone());
-  smb_dbg_flag = 1;
-  EXPECT_EQ(output_of([] { create_smb_conf(); }), "afp nfs state is [1][1]\n");
+  expect_trace([] { create_smb_conf(); }, "afp nfs state is [1][1]\n");
 }
 
 // ---- Recycle options
@@ -259,10 +249,7 @@ TEST(RecycleOptions, TakeATrailingSlashOffTheStoredPathAfterItWasWritten) {
 }
 
 TEST(RecycleOptions, OfAVeryDeepShareStayALine) {
-  std::string path;
-  while (path.size() < 4094) {
-    path += "/a";
-  }
+  const std::string path = repeated("/a", 2047);
   Insert_Smb_Node(Share{"Deep"}.path(path).everyone().recycle(1));
   const Values repository = values("recycle:repository");
   ASSERT_EQ(repository.size(), 1U);

@@ -2,26 +2,16 @@
 #pragma once
 
 #include "appliance.h"
+#include "domain.h"
+#include "fields.h"
 #include "nasshare/catalogue.h"
 #include "nasshare/smbconf.h"
+#include "paths.h"
 
-#include <algorithm>
 #include <gtest/gtest.h>
-#include <stdexcept>
 #include <string>
-#include <string_view>
 
 namespace nasshare::tests {
-
-constexpr const char *smb_conf = "/etc/samba/smb.conf";
-
-// Puts the text into a field of a record; it has to fit.
-template <std::size_t width> void put(char (&field)[width], std::string_view text) {
-  if (text.size() >= width) {
-    throw std::length_error("text does not fit into its field");
-  }
-  std::fill(std::copy(text.begin(), text.end(), field), field + width, '\0');
-}
 
 inline void outside_a_domain() {
   put(pss->netbios_name, "tarvo");
@@ -29,16 +19,13 @@ inline void outside_a_domain() {
   put(pss->workgroup, "WORKGROUP");
 }
 
-// The domain CORP; its accounts are those that the name service knows.
-inline void in_a_domain() {
-  put(pss->netbios_name, "TARVO");
+// A member of the domain CORP; its accounts are those that the name service knows.
+inline void in_the_domain() {
+  in_a_domain({.netbios_name = "TARVO",
+               .username = "administrator",
+               .password = "top secret",
+               .pwd_server = "dc1.corp.lan"});
   put(pss->workgroup, "unused");
-  put(pss->ads_workgroup, "CORP");
-  put(pss->ads_username, "administrator");
-  put(pss->ads_password, "top secret");
-  put(pss->ads_realm, "CORP.LAN");
-  put(pss->ads_pwd_server, "dc1.corp.lan");
-  pss->ads_enable = 1;
 }
 
 inline void volumes_present(int first, int second) {

@@ -1,12 +1,17 @@
 // Folders on USB disks are opened to everybody while smb.conf is written.
-#include "nasshare/support.h"
-#include "output.h"
+#include "appliance.h"
+#include "debug_output.h"
+#include "nasshare/catalogue.h"
+#include "nasshare/smbconf.h"
 #include "share.h"
 #include "smb_conf.h"
+#include "text.h"
 
 #include <algorithm>
 #include <chrono>
 #include <functional>
+#include <gtest/gtest.h>
+#include <string>
 #include <thread>
 
 namespace nasshare::tests {
@@ -17,7 +22,7 @@ void share(const std::string &path) {
 }
 
 // The command runs in the background.
-bool soon(const std::function<bool()> &true_now) {
+bool is_soon(const std::function<bool()> &true_now) {
   for (int i = 0; i < 1000; ++i) {
     if (true_now()) {
       return true;
@@ -29,25 +34,25 @@ bool soon(const std::function<bool()> &true_now) {
 
 // What chmod was called with once it was called that often.
 std::string calls_of_chmod(long count) {
-  EXPECT_TRUE(soon([count] {
+  EXPECT_TRUE(is_soon([count] {
     const std::string calls = transcript();
-    return std::count(calls.begin(), calls.end(), '\n') >= count;
+    return std::ranges::count(calls, '\n') >= count;
   }));
   return transcript();
 }
 
-std::string printed_for(const std::string &path) {
+// What is printed about a share with that path; of the file services, a trace of their own.
+void expect_listing_for(const std::string &path, const std::string &listing) {
   Free_All_List();
   share(path);
-  smb_dbg_flag = 2;
-  return output_of([] { create_smb_conf(); });
+  expect_listing_and_trace([] { create_smb_conf(); }, listing, "afp nfs state is [0][0]\n" + listing);
 }
 
 TEST(UsbPermissions, AFolderOnAUsbDiskIsRepairedWithAllInIt) {
   Appliance{}.folder("/mnt/USB/usb1 (x)/films", 0700).file("/mnt/USB/usb1 (x)/films/one", "", 0600);
   share("/mnt/USB/usb1 (x)");
   EXPECT_EQ(create_smb_conf(), 0);
-  EXPECT_TRUE(soon([] {
+  EXPECT_TRUE(is_soon([] {
     return mode("/mnt/USB/usb1 (x)") == 0777 && mode("/mnt/USB/usb1 (x)/films") == 0777 &&
            mode("/mnt/USB/usb1 (x)/films/one") == 0777;
   }));
@@ -63,25 +68,18 @@ TEST(UsbPermissions, ThePathIsWrittenWithoutTheShellsBackslashes) {
 
 TEST(UsbPermissions, TheRepairIsPrintedForAnyDebugFlagButZero) {
   Appliance{}.command("chmod").folder("/mnt/USB/usb1 (x)");
-  share("/mnt/USB/usb1 (x)");
-  const std::string repair = "before [/mnt/USB/usb1 (x)]\n"
-                             "after [/mnt/USB/usb1\\ \\(x\\)]\n"
-                             "chmod [chmod 777 -R /mnt/USB/usb1\\ \\(x\\) &]\n";
-  for (const int flag : {0, 1, 2}) {
-    SCOPED_TRACE(flag);
-    smb_dbg_flag = flag;
-    EXPECT_EQ(output_of([] { create_smb_conf(); }), flag == 0   ? ""
-                                                    : flag == 1 ? "afp nfs state is [0][0]\n" + repair
-                                                                : repair);
-  }
+  expect_listing_for("/mnt/USB/usb1 (x)", "before [/mnt/USB/usb1 (x)]\n"
+                                          "after [/mnt/USB/usb1\\ \\(x\\)]\n"
+                                          "chmod [chmod 777 -R /mnt/USB/usb1\\ \\(x\\) &]\n");
 }
 
 TEST(UsbPermissions, APathWithoutSpecialCharactersIsUsedAsItIs) {
   Appliance{}.command("chmod").folder("/mnt/USB/HD_c1");
-  EXPECT_EQ(printed_for("/mnt/USB/HD_c1"), "before [/mnt/USB/HD_c1]\n"
-                                           "after [/mnt/USB/HD_c1]\n"
-                                           "chmod [chmod 777 -R /mnt/USB/HD_c1 &]\n");
-  EXPECT_EQ(calls_of_chmod(1), "chmod 777 -R /mnt/USB/HD_c1\n");
+  expect_listing_for("/mnt/USB/HD_c1", "before [/mnt/USB/HD_c1]\n"
+                                       "after [/mnt/USB/HD_c1]\n"
+                                       "chmod [chmod 777 -R /mnt/USB/HD_c1 &]\n");
+  EXPECT_EQ(calls_of_chmod(4), repeated("chmod 777 -R /mnt/USB/HD_c1\n", 4))
+      << "one for each value of the flag";
 }
 
 TEST(UsbPermissions, OtherFoldersAreLeftAlone) {
@@ -95,7 +93,7 @@ TEST(UsbPermissions, OtherFoldersAreLeftAlone) {
   for (const char *path : {"/mnt/HD/HD_a2", "/mnt/HD/HD_c2", "/mnt/HD/HD_a2/music", "/mnt/USB2/x",
                            "/mnt/usb/x", "/mnt/USB", "/mnt/USB/absent", ""}) {
     SCOPED_TRACE(path);
-    EXPECT_EQ(printed_for(path), "");
+    expect_listing_for(path, "");
   }
   EXPECT_EQ(transcript(), "");
 }
@@ -148,7 +146,7 @@ TEST(UsbPermissions, TheCommandRunsInTheBackground) {
   EXPECT_EQ(create_smb_conf(), 0);
   EXPECT_FALSE(exists("/tmp/done"));
   Appliance{}.file("/tmp/go", "");
-  EXPECT_TRUE(soon([] { return exists("/tmp/done"); }));
+  EXPECT_TRUE(is_soon([] { return exists("/tmp/done"); }));
 }
 
 } // namespace
