@@ -1,11 +1,16 @@
 // "net ads join": the command, and the code that its output gives.
-#include "../support/descriptor_limit.h"
-#include "domain_settings.h"
+#include "appliance.h"
+#include "debug_output.h"
+#include "domain.h"
+#include "fields.h"
 #include "nasshare/ads.h"
-#include "nasshare/support.h"
+#include "nasshare/catalogue.h"
 #include "output.h"
+#include "unopenable.h"
 
 #include <gtest/gtest.h>
+#include <string>
+#include <string_view>
 
 namespace nasshare::tests {
 namespace {
@@ -30,7 +35,7 @@ TEST(Join, NamesTheUserAndThePasswordInOneArgument) {
 
 TEST(Join, KeepsBlanksAndShellCharactersOfThePassword) {
   Appliance{}.command("net");
-  in_a_domain("a b  $HOME `id` \"c\" \\ %s %% ;|&*");
+  in_a_domain({.password = "a b  $HOME `id` \"c\" \\ %s %% ;|&*"});
   EXPECT_EQ(ads_join_domain(), 50);
   EXPECT_EQ(transcript(), "net ads join -U Administrator%a b  $HOME `id` \"c\" \\ %s %% ;|&*\n");
 }
@@ -38,7 +43,7 @@ TEST(Join, KeepsBlanksAndShellCharactersOfThePassword) {
 // The argument never closes, so the shell runs nothing; its complaint is not in the output that is read.
 TEST(Join, WithASingleQuoteInThePasswordNeverReachesNet) {
   Appliance{}.command("net", "Failed to join domain: no\n", 255);
-  in_a_domain("it's");
+  in_a_domain({.password = "it's"});
   Captured captured;
   EXPECT_EQ(ads_join_domain(), 50);
   EXPECT_NE(captured.err(), "");
@@ -47,15 +52,15 @@ TEST(Join, WithASingleQuoteInThePasswordNeverReachesNet) {
 
 TEST(Join, NothingEscapesAPairOfSingleQuotes) {
   Appliance{}.command("net");
-  in_a_domain("x' injected 'y");
+  in_a_domain({.password = "x' injected 'y"});
   EXPECT_EQ(ads_join_domain(), 50);
   EXPECT_EQ(transcript(), "net ads join -U Administrator%x injected y\n");
 }
 
 TEST(Join, PassesTheLongestSettingsOn) {
   Appliance{}.command("net");
-  in_a_domain(std::string(511, 'p'));
-  set(smbshare.ads_username, std::string(511, 'u'));
+  in_a_domain({.password = std::string(511, 'p')});
+  put(smbshare.ads_username, std::string(511, 'u'));
   EXPECT_EQ(ads_join_domain(), 50);
   EXPECT_EQ(transcript(), "net ads join -U " + std::string(511, 'u') + "%" + std::string(511, 'p') + "\n");
 }
@@ -203,34 +208,27 @@ TEST(RecordedJoin, GivesTheCodes) {
 
 // ---- Debug output
 
+constexpr const char *echo = "ads join cmd : [net ads join -U 'Administrator%secret' 2>&1]\n";
+
 TEST(JoinDebug, EchoesTheCommandForExactlyOne) {
-  constexpr const char *echo = "ads join cmd : [net ads join -U 'Administrator%secret' 2>&1]\n";
   Appliance{}.command("net", "Logon failure\n", 255);
   in_a_domain();
-  for (const auto &[flag, printed] : {std::pair(0, ""), {1, echo}, {2, ""}, {-1, ""}}) {
-    SCOPED_TRACE(flag);
-    smb_dbg_flag = flag;
-    EXPECT_EQ(output_of([] { EXPECT_EQ(ads_join_domain(), 52); }), printed);
-  }
+  expect_trace([] { EXPECT_EQ(ads_join_domain(), 52); }, echo);
 }
 
 TEST(JoinDebug, EchoesPercentSignsAsTheyAre) {
   Appliance{}.command("net");
-  in_a_domain("%d%s%%");
-  smb_dbg_flag = 1;
-  EXPECT_EQ(output_of([] { ads_join_domain(); }),
-            "ads join cmd : [net ads join -U 'Administrator%%d%s%%' 2>&1]\n");
+  in_a_domain({.password = "%d%s%%"});
+  expect_trace([] { ads_join_domain(); }, "ads join cmd : [net ads join -U 'Administrator%%d%s%%' 2>&1]\n");
 }
 
 TEST(JoinDebug, ComesBeforeACommandThatCannotBeStarted) {
   in_a_domain();
-  smb_dbg_flag = 1;
-  Captured captured;
-  {
+  const auto join = [] {
     const DescriptorLimit none(0);
     EXPECT_EQ(ads_join_domain(), 56);
-  }
-  EXPECT_EQ(captured.out(), "ads join cmd : [net ads join -U 'Administrator%secret' 2>&1]\n");
+  };
+  expect_trace(join, echo);
 }
 
 } // namespace
