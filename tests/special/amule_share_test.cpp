@@ -1,15 +1,22 @@
 // The share of the aMule package's folder.
+#include "appliance.h"
+#include "debug_output.h"
 #include "download_shares.h"
-#include "files.h"
+#include "fields.h"
+#include "listed.h"
+#include "nasshare/catalogue.h"
 #include "nasshare/platform.h"
 #include "nasshare/smbconf.h"
+#include "nasshare/special.h"
+#include "next_definition.h"
+#include "paths.h"
+#include "running_program.h"
+#include "share.h"
 
-#include <csignal>
-#include <cstring>
 #include <deque>
 #include <dlfcn.h>
-#include <filesystem>
-#include <sys/wait.h>
+#include <gtest/gtest.h>
+#include <string>
 
 namespace nasshare::tests {
 namespace {
@@ -23,20 +30,12 @@ modx_package_list own_list = {};
 // The calls so far, a line each.
 std::string calls;
 
-template <class Symbol> Symbol *of_reference_platform(const char *name) {
-  return static_cast<Symbol *>(dlsym(RTLD_NEXT, name));
-}
-
-void call_reference_platform(const char *name) {
-  reinterpret_cast<void (*)()>(dlsym(RTLD_NEXT, name))();
-}
-
 modx_package_list *current_list() {
   switch (packages) {
   case Packages::own:
     return &own_list;
   case Packages::reference:
-    return *of_reference_platform<modx_package_list *>("p_lib_list");
+    return *static_cast<modx_package_list **>(::dlsym(RTLD_NEXT, "p_lib_list"));
   default:
     return nullptr;
   }
@@ -44,8 +43,8 @@ modx_package_list *current_list() {
 
 void install(const char *name, const std::string &path) {
   modx_package &package = installed.emplace_back();
-  std::strcpy(package.name, name);
-  std::strcpy(package.path, path.c_str());
+  put(package.name, name);
+  put(package.path, path);
 }
 
 void read_packages() {
@@ -57,7 +56,7 @@ void read_packages() {
     ++own_list.count;
   }
   if (packages == Packages::reference) {
-    call_reference_platform("MODX_ReadAllXml");
+    next_definition<void()>("MODX_ReadAllXml")();
   }
 }
 
@@ -65,31 +64,11 @@ void free_packages() {
   calls += "MODX_FreeAllXml\n";
   own_list = {};
   if (packages == Packages::reference) {
-    call_reference_platform("MODX_FreeAllXml");
+    next_definition<void()>("MODX_FreeAllXml")();
   }
 }
 
 constexpr const char *calls_of_a_walk = "MODX_COMMAND 1 0\nMODX_ReadAllXml\nMODX_FreeAllXml\n";
-
-// A process whose command name is the file's.
-class Process {
-public:
-  explicit Process(const std::string &file) {
-    if (!exists(file)) {
-      std::filesystem::copy_file("/bin/sleep", file);
-    }
-    id_ = files::start(file, {"sleep", "60"});
-  }
-  ~Process() {
-    kill(id_, SIGKILL);
-    waitpid(id_, nullptr, 0);
-  }
-  Process(const Process &) = delete;
-  Process &operator=(const Process &) = delete;
-
-private:
-  pid_t id_ = -1;
-};
 
 // Two volumes, and the add-on service runs.
 class AmuleShare : public testing::Test {
@@ -97,28 +76,13 @@ protected:
   AmuleShare() { two_volumes(); }
 
 private:
-  Process service_{"/tmp/modx"};
+  RunningProgram service_ = waiting_program("/tmp/modx");
 };
 
 TEST_F(AmuleShare, IsOpenToEveryone) {
   install("aMule", "/mnt/HD/HD_b2/Nas_Prog/aMule");
   create_amule_share();
-  EXPECT_EQ(listing(), "\n"
-                       "volume_raid     : [4]\n"
-                       "hd_serial       : [UUID=two]\n"
-                       "name            : [aMule]\n"
-                       "comment         : [aMule Folder Share]\n"
-                       "path            : [/mnt/HD/HD_b2/aMule]\n"
-                       "browseable      : [yes]\n"
-                       "public          : [yes]\n"
-                       "oplocks         : [yes]\n"
-                       "map_archive     : [no]\n"
-                       "read_list       : []\n"
-                       "write_list      : [#nobody#,#@allaccount#]\n"
-                       "invalid_users   : []\n"
-                       "valid_users     : [#nobody#,#@allaccount#]\n"
-                       "recycle_enable  : [0]\n"
-                       "recycle_tree    : [0]\n\n");
+  expect_listing(List_Smb_Node, download_listing("aMule", 4, "UUID=two", "/mnt/HD/HD_b2/aMule"));
   EXPECT_EQ(pss->list_changed, 1);
   EXPECT_EQ(calls, calls_of_a_walk);
 }
@@ -155,7 +119,7 @@ TEST_F(AmuleShare, IsFoundAmongOtherPackages) {
   install("aMule", "/mnt/HD/HD_b2");
   install("aMule", "/mnt/HD/HD_a2");
   create_amule_share();
-  EXPECT_EQ(listed_names(), Names{"aMule"});
+  EXPECT_EQ(listed_shares(), Names{"aMule"});
   EXPECT_EQ(place("aMule"), "4 UUID=two /mnt/HD/HD_b2/aMule") << "the first of two is used";
 }
 
@@ -164,14 +128,14 @@ TEST_F(AmuleShare, IsNotThereWithoutThePackage) {
     install(name, "/mnt/HD/HD_a2");
   }
   create_amule_share();
-  EXPECT_EQ(listed_names(), Names{});
+  EXPECT_EQ(listed_shares(), Names{});
   EXPECT_EQ(pss->list_changed, 0);
   EXPECT_EQ(calls, calls_of_a_walk);
 }
 
 TEST_F(AmuleShare, IsNotThereWithoutAnyPackage) {
   create_amule_share();
-  EXPECT_EQ(listed_names(), Names{});
+  EXPECT_EQ(listed_shares(), Names{});
   EXPECT_EQ(pss->list_changed, 0);
   EXPECT_EQ(calls, calls_of_a_walk);
 }
@@ -180,7 +144,7 @@ TEST_F(AmuleShare, IsNotThereWithoutAPackageList) {
   packages = Packages::none;
   install("aMule", "/mnt/HD/HD_a2");
   create_amule_share();
-  EXPECT_EQ(listed_names(), Names{});
+  EXPECT_EQ(listed_shares(), Names{});
   EXPECT_EQ(pss->list_changed, 0);
   EXPECT_EQ(calls, calls_of_a_walk);
 }
@@ -190,9 +154,10 @@ TEST_F(AmuleShare, IsNotThereWithoutAPackageList) {
 TEST(AmuleService, NothingIsAskedUnlessItRuns) {
   two_volumes();
   install("aMule", "/mnt/HD/HD_a2");
-  const Process others[] = {Process("/tmp/modx2"), Process("/tmp/Modx"), Process("/tmp/amodx")};
+  const RunningProgram others[] = {waiting_program("/tmp/modx2"), waiting_program("/tmp/Modx"),
+                                   waiting_program("/tmp/amodx")};
   create_amule_share();
-  EXPECT_EQ(listed_names(), Names{});
+  EXPECT_EQ(listed_shares(), Names{});
   EXPECT_EQ(pss->list_changed, 0);
   EXPECT_EQ(calls, "");
 }
@@ -200,14 +165,14 @@ TEST(AmuleService, NothingIsAskedUnlessItRuns) {
 TEST_F(AmuleShare, NothingIsAskedWhileTheServiceRunsTwice) {
   install("aMule", "/mnt/HD/HD_a2");
   {
-    const Process second("/tmp/modx");
+    const RunningProgram second = waiting_program("/tmp/modx");
     create_amule_share();
-    EXPECT_EQ(listed_names(), Names{});
+    EXPECT_EQ(listed_shares(), Names{});
     EXPECT_EQ(pss->list_changed, 0);
     EXPECT_EQ(calls, "");
   }
   create_amule_share();
-  EXPECT_EQ(listed_names(), Names{"aMule"});
+  EXPECT_EQ(listed_shares(), Names{"aMule"});
 }
 
 // ---- Oplocks
@@ -226,14 +191,12 @@ TEST_F(AmuleShare, HasNoOplocksWhereAnotherProtocolReachesIt) {
 TEST_F(AmuleShare, TheExportsAreComparedOutLoudOnlyWhenTheFlagIsOne) {
   install("aMule", "/mnt/HD/HD_a2");
   set_file_services({"0", "1", "\"/mnt/HD/HD_a2/aMule\" *\n", ""});
-  for (const int flag : {0, 1, 2}) {
-    SCOPED_TRACE(flag);
+  const auto create = [] {
     Free_All_List();
-    smb_dbg_flag = flag;
-    EXPECT_EQ(output_of(create_amule_share), flag == 1 ? "get_nfs_path---->[/mnt/HD/HD_a2/aMule]\n"
-                                                         "compare path---->[/mnt/HD/HD_a2/aMule]\n"
-                                                       : "");
-  }
+    create_amule_share();
+  };
+  expect_trace(create, "get_nfs_path---->[/mnt/HD/HD_a2/aMule]\n"
+                       "compare path---->[/mnt/HD/HD_a2/aMule]\n");
 }
 
 // ---- The list
@@ -242,7 +205,7 @@ TEST_F(AmuleShare, AShareOfTheNameThatIsListedWins) {
   Insert_Smb_Node(Share{"aMule"}.path("/mnt/HD/HD_b2/mine").write("#alice#"));
   install("aMule", "/mnt/HD/HD_a2");
   create_amule_share();
-  EXPECT_EQ(listed_names(), Names{"aMule"});
+  EXPECT_EQ(listed_shares(), Names{"aMule"});
   EXPECT_STREQ(pss->head->path, "/mnt/HD/HD_b2/mine");
   EXPECT_STREQ(pss->head->write_list, "#alice#");
   EXPECT_EQ(pss->list_changed, 1);
@@ -253,7 +216,7 @@ TEST_F(AmuleShare, ComesBehindTheListedShares) {
   Insert_Smb_Node(Share{"P2P"}.path("/mnt/HD/HD_a2/P2P"));
   install("aMule", "/mnt/HD/HD_a2");
   create_amule_share();
-  EXPECT_EQ(listed_names(), (Names{"P2P", "aMule"}));
+  EXPECT_EQ(listed_shares(), (Names{"P2P", "aMule"}));
 }
 
 TEST_F(AmuleShare, IsPublishedButNotStored) {
@@ -263,8 +226,8 @@ TEST_F(AmuleShare, IsPublishedButNotStored) {
   create_amule_share();
   EXPECT_EQ(place("aMule"), "1 WD-TESTDISK0002 /mnt/HD/HD_b2/aMule");
   ASSERT_EQ(create_smb_conf(), 0);
-  EXPECT_NE(read_file("/etc/samba/smb.conf").find("\n[ aMule ]\n"), std::string::npos);
-  EXPECT_FALSE(exists("/mnt/HD_b4/.systemfile/.smb.xml"));
+  EXPECT_NE(read_file(smb_conf).find("\n[ aMule ]\n"), std::string::npos);
+  EXPECT_FALSE(exists(second_share_file));
   EXPECT_EQ(transcript().find("smbcom"), std::string::npos);
 }
 
@@ -285,7 +248,7 @@ TEST_F(AmuleShare, IsFoundInTheReferencePlatformsFile) {
 TEST_F(AmuleShare, IsNotThereWithoutTheReferencePlatformsFile) {
   packages = Packages::reference;
   create_amule_share();
-  EXPECT_EQ(listed_names(), Names{});
+  EXPECT_EQ(listed_shares(), Names{});
   EXPECT_EQ(pss->list_changed, 0);
 }
 

@@ -1,16 +1,14 @@
 // The two disks and their data volumes, for the shares of the download folders.
 #pragma once
 
-#include "../catalogue/listed_shares.h"
-#include "../catalogue/volume_table.h"
+#include "access_lists.h"
 #include "appliance.h"
-#include "nasshare/special.h"
-#include "nasshare/support.h"
-#include "output.h"
+#include "nasshare/catalogue.h"
 #include "share.h"
+#include "volume_table.h"
 
-#include <gtest/gtest.h>
 #include <string>
+#include <vector>
 
 namespace nasshare::tests {
 
@@ -32,11 +30,19 @@ inline std::string oplocks(const char *name) {
   return share == nullptr ? "not listed" : share->oplocks;
 }
 
-inline std::string listing() {
-  smb_dbg_flag = 1;
-  std::string text = output_of(List_Smb_Node);
-  smb_dbg_flag = 0;
-  return text;
+// How the share of a download folder is listed: open to everyone.
+inline std::string download_listing(const std::string &name, int volume_raid, const std::string &hd_serial,
+                                    const std::string &path) {
+  return share_listing({Share{name}
+                            .comment(name + " Folder Share")
+                            .path(path)
+                            .browseable("yes")
+                            .public_("yes")
+                            .oplocks("yes")
+                            .map_archive("no")
+                            .everyone()
+                            .valid(everyone)
+                            .tag(volume_raid, hd_serial)});
 }
 
 // Which switches and exports forbid oplocks on the folder.

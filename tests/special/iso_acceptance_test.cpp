@@ -1,11 +1,15 @@
 // Which images of an ISO catalogue become shares, and of what kind, on a volume of every kind.
-#include "../catalogue/listed_shares.h"
-#include "../catalogue/volume_table.h"
+#include "appliance.h"
 #include "iso_catalogue.h"
+#include "listed.h"
+#include "nasshare/catalogue.h"
 #include "nasshare/special.h"
+#include "volume_table.h"
 
 #include <cstdlib>
 #include <gtest/gtest.h>
+#include <string>
+#include <vector>
 
 namespace nasshare::tests {
 namespace {
@@ -170,7 +174,7 @@ TEST(IsoAcceptance, ASingleDiskImageBindsOnlyWhatFollowsIt) {
                   {"Third", "3", own_array, there},
                   {"Foreign", "4", "UUID=other", there}});
   isoMount_readXml(0);
-  EXPECT_EQ(listed_names(), (Names{"First", "Third"}));
+  EXPECT_EQ(listed_shares(), (Names{"First", "Third"}));
   EXPECT_EQ(listed_as("First"), std::string("4 ") + own_array);
   EXPECT_EQ(listed_as("Third"), std::string("4 ") + own_array);
 }
@@ -183,7 +187,7 @@ TEST(IsoAcceptance, AMirrorImageBindsOnlyWhatFollowsIt) {
                   {"Foreign", "3", "UUID=other", there},
                   {"Disk", "1", own_array, missing}});
   isoMount_readXml(0);
-  EXPECT_EQ(listed_names(), (Names{"First", "Mirror", "Second", "Disk"}));
+  EXPECT_EQ(listed_shares(), (Names{"First", "Mirror", "Second", "Disk"}));
   EXPECT_EQ(listed_as("First"), std::string("3 ") + own_array);
   for (const char *name : {"Mirror", "Second", "Disk"}) {
     EXPECT_EQ(listed_as(name), std::string("5 ") + own_array);
@@ -195,7 +199,7 @@ TEST(IsoAcceptance, EveryFileIsJudgedAfresh) {
   set_volume(1, 4, "/dev/md2", own_array);
   mounted_images({{"Disk", "1", "WD-OLD", missing}});
   Appliance{}.file("/mnt/HD_b4/.systemfile/.iso_mount.xml",
-                   catalogue_of({Image{.name = "Image", .volume_raid = "3", .mount_path = missing}}));
+                   iso_catalogue({Image{.name = "Image", .volume_raid = "3", .mount_path = missing}}));
   create_iso_share();
   EXPECT_EQ(listed_as("Image"), "3 WD-1");
   EXPECT_EQ(pss->list_changed, 0);
@@ -224,7 +228,7 @@ TEST(IsoAcceptance, AnythingAtTheMountPathWillDo) {
                   {"Escaped", "1", "WD-1", "/mnt/isoMount/R&amp;amp;B"},
                   {"Nowhere", "1", "WD-1", ""}});
   isoMount_readXml(0);
-  EXPECT_EQ(listed_names(), (Names{"File", "Link", "Escaped"}));
+  EXPECT_EQ(listed_shares(), (Names{"File", "Link", "Escaped"}));
 }
 
 // The label of an array's serial counts wherever it stands.
@@ -232,7 +236,7 @@ TEST(IsoAcceptance, ASerialThatHoldsTheLabelOfAnArrayIsCompared) {
   on_array(3);
   mounted_images({{"Inside", "3", "MD-UUID=x", there}, {"Lower case", "3", "uuid=x", there}});
   isoMount_readXml(0);
-  EXPECT_EQ(listed_names(), Names{"Lower case"});
+  EXPECT_EQ(listed_shares(), Names{"Lower case"});
 }
 
 TEST(IsoAcceptance, SerialsAreComparedExactly) {
@@ -243,14 +247,14 @@ TEST(IsoAcceptance, SerialsAreComparedExactly) {
                   {"Shorter", "1", "WD-OW"},
                   {"Blank", "1", " WD-OWN"}});
   isoMount_readXml(0);
-  EXPECT_EQ(listed_names(), Names{"Same"});
+  EXPECT_EQ(listed_shares(), Names{"Same"});
 }
 
 TEST(IsoAcceptance, AVolumeWithoutSerialTakesDiskImagesWithoutSerial) {
   set_volume(0, 1, "/dev/sda2", "");
   mounted_images({{"Without", "1", ""}, {"With", "1", "WD-1"}});
   isoMount_readXml(0);
-  EXPECT_EQ(listed_names(), Names{"Without"});
+  EXPECT_EQ(listed_shares(), Names{"Without"});
 }
 
 TEST(IsoAcceptance, ASerialOfTheVolumesFullWidthIsComparedWhole) {
@@ -258,7 +262,7 @@ TEST(IsoAcceptance, ASerialOfTheVolumesFullWidthIsComparedWhole) {
   set_volume(0, 4, "/dev/md1", full);
   mounted_images({{"Same", "4", full}, {"Longer", "4", full + "f"}});
   isoMount_readXml(0);
-  EXPECT_EQ(listed_names(), Names{"Same"});
+  EXPECT_EQ(listed_shares(), Names{"Same"});
 }
 
 TEST(IsoAcceptance, TheKindIsADecimalNumber) {
@@ -283,7 +287,7 @@ TEST(IsoAcceptance, ANumberThatIsTooLargeIsNoSingleDisk) {
   set_volume(0, 1, "/dev/sda2", own_disk);
   mounted_images({{"Image", "99999999999", "WD-OTHER"}, {"Wrapped", "4294967297", "WD-OTHER"}});
   isoMount_readXml(0);
-  EXPECT_EQ(listed_names(), (Names{"Image", "Wrapped"}));
+  EXPECT_EQ(listed_shares(), (Names{"Image", "Wrapped"}));
 }
 
 } // namespace

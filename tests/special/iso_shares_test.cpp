@@ -1,22 +1,27 @@
 // Mounted ISO images as shares: which catalogue is read and what a share of it looks like.
-#include "../catalogue/listed_shares.h"
-#include "../catalogue/volume_table.h"
+#include "access_lists.h"
+#include "appliance.h"
+#include "debug_output.h"
+#include "fields.h"
 #include "iso_catalogue.h"
+#include "listed.h"
+#include "nasshare/catalogue.h"
 #include "nasshare/smbconf.h"
 #include "nasshare/special.h"
-#include "nasshare/support.h"
 #include "output.h"
+#include "paths.h"
 #include "share.h"
+#include "volume_table.h"
 
-#include <cstring>
 #include <gtest/gtest.h>
+#include <string>
+#include <vector>
 
 namespace nasshare::tests {
 namespace {
 
 constexpr const char *iso_file_of_second = "/mnt/HD_b4/.systemfile/.iso_mount.xml";
 constexpr const char *domain_iso_file = "/mnt/HD_a4/.systemfile/.iso_mount_ads.xml";
-constexpr const char *everyone = "#nobody#,#@allaccount#";
 
 void read_first_volume() {
   set_single_disk(0, "WD-1");
@@ -33,14 +38,7 @@ void an_image_on_each_disk() {
   set_single_disk(0, "WD-1");
   set_single_disk(1, "WD-2");
   mounted_images({{.name = "One"}});
-  Appliance{}.file(iso_file_of_second, catalogue_of({Image{.name = "Two", .hd_serial = "WD-2"}}));
-}
-
-std::string listing() {
-  smb_dbg_flag = 1;
-  std::string text = output_of(List_Smb_Node);
-  smb_dbg_flag = 0;
-  return text;
+  Appliance{}.file(iso_file_of_second, iso_catalogue({Image{.name = "Two", .hd_serial = "WD-2"}}));
 }
 
 // ---- The share of an image
@@ -52,33 +50,28 @@ TEST(IsoShares, AnImageBecomesAShareThatIsReadOnly) {
                    .read_list = "#alice#,#@staff#",
                    .invalid_users = "#carol#"}});
   read_first_volume();
-  EXPECT_EQ(listing(), "\n"
-                       "volume_raid     : [1]\n"
-                       "hd_serial       : [WD-1]\n"
-                       "name            : [Film]\n"
-                       "comment         : [The film]\n"
-                       "path            : [/mnt/isoMount/film]\n"
-                       "browseable      : [yes]\n"
-                       "public          : [yes]\n"
-                       "oplocks         : [yes]\n"
-                       "map_archive     : [no]\n"
-                       "read_list       : [#alice#,#@staff#]\n"
-                       "write_list      : []\n"
-                       "invalid_users   : [#nobody#,#carol#]\n"
-                       "valid_users     : [#alice#,#@staff#]\n"
-                       "recycle_enable  : [0]\n"
-                       "recycle_tree    : [0]\n\n");
+  expect_listing(List_Smb_Node, share_listing({Share{"Film"}
+                                                   .on_disk("WD-1")
+                                                   .comment("The film")
+                                                   .path("/mnt/isoMount/film")
+                                                   .browseable("yes")
+                                                   .public_("yes")
+                                                   .oplocks("yes")
+                                                   .map_archive("no")
+                                                   .read("#alice#,#@staff#")
+                                                   .deny("#nobody#,#carol#")
+                                                   .valid("#alice#,#@staff#")}));
   EXPECT_EQ(pss->list_changed, 0);
 }
 
 TEST(IsoShares, NoOtherElementOfAnItemCounts) {
-  read_first_volume(catalogue_of("<item><volume_raid>1</volume_raid><hd_serial>WD-1</hd_serial>"
-                                 "<name>Film</name><path>/elsewhere</path><mount_path>/film</mount_path>"
-                                 "<write_list>#bob#</write_list><valid_users>#bob#</valid_users>"
-                                 "<read_list>#alice#</read_list><oplocks>no</oplocks>"
-                                 "<map_archive>yes</map_archive><recycle_enable>1</recycle_enable>"
-                                 "<browseable>no</browseable><name>Second</name></item>"));
-  ASSERT_EQ(listed_names(), Names{"Film"});
+  read_first_volume(iso_catalogue_of("<item><volume_raid>1</volume_raid><hd_serial>WD-1</hd_serial>"
+                                     "<name>Film</name><path>/elsewhere</path><mount_path>/film</mount_path>"
+                                     "<write_list>#bob#</write_list><valid_users>#bob#</valid_users>"
+                                     "<read_list>#alice#</read_list><oplocks>no</oplocks>"
+                                     "<map_archive>yes</map_archive><recycle_enable>1</recycle_enable>"
+                                     "<browseable>no</browseable><name>Second</name></item>"));
+  ASSERT_EQ(listed_shares(), Names{"Film"});
   EXPECT_STREQ(pss->head->path, "/film");
   EXPECT_STREQ(pss->head->write_list, "");
   EXPECT_STREQ(pss->head->valid_users, "#alice#");
@@ -92,7 +85,7 @@ TEST(IsoShares, NamesCommentsAndPathsMayBeEscapedTwice) {
                    .mount_path = "/mnt/isoMount/R&amp;amp;B",
                    .comment = "rhythm &amp;amp; blues &amp; more"}});
   read_first_volume();
-  ASSERT_EQ(listed_names(), Names{"R&B"});
+  ASSERT_EQ(listed_shares(), Names{"R&B"});
   EXPECT_STREQ(pss->head->path, "/mnt/isoMount/R&B");
   EXPECT_STREQ(pss->head->comment, "rhythm & blues & more");
 }
@@ -101,7 +94,7 @@ TEST(IsoShares, AccessListsAreTakenAsTheyStand) {
   mounted_images(
       {{.name = "Film", .read_list = "#R&amp;amp;B#,#a&amp;b#", .invalid_users = "#nobody#,#x&amp;amp;y#"}});
   read_first_volume();
-  ASSERT_EQ(listed_names(), Names{"Film"});
+  ASSERT_EQ(listed_shares(), Names{"Film"});
   EXPECT_STREQ(pss->head->read_list, "#R&amp;B#,#a&b#");
   EXPECT_STREQ(pss->head->invalid_users, "#nobody#,#x&amp;y#");
 }
@@ -109,7 +102,7 @@ TEST(IsoShares, AccessListsAreTakenAsTheyStand) {
 TEST(IsoShares, TheSerialIsTakenAsItStands) {
   mounted_images({{.name = "Film", .volume_raid = "3", .hd_serial = "WD&amp;amp;1"}});
   read_first_volume();
-  ASSERT_EQ(listed_names(), Names{"Film"});
+  ASSERT_EQ(listed_shares(), Names{"Film"});
   EXPECT_STREQ(pss->head->hd_serial, "WD&amp;1");
 }
 
@@ -117,7 +110,7 @@ TEST(IsoShares, TheSerialIsTakenAsItStands) {
 TEST(IsoShares, AnImageWithoutAnyListIsOpenedLikeEveryOtherShare) {
   mounted_images({{.name = "Film", .read_list = ""}});
   read_first_volume();
-  ASSERT_EQ(listed_names(), Names{"Film"});
+  ASSERT_EQ(listed_shares(), Names{"Film"});
   EXPECT_STREQ(pss->head->read_list, "");
   EXPECT_STREQ(pss->head->write_list, everyone);
   EXPECT_STREQ(pss->head->invalid_users, "");
@@ -127,7 +120,7 @@ TEST(IsoShares, AnImageWithoutAnyListIsOpenedLikeEveryOtherShare) {
 TEST(IsoShares, AnImageThatOnlyDeniesLetsNobodyIn) {
   mounted_images({{.name = "Film", .read_list = "", .invalid_users = "#carol#"}});
   read_first_volume();
-  ASSERT_EQ(listed_names(), Names{"Film"});
+  ASSERT_EQ(listed_shares(), Names{"Film"});
   EXPECT_STREQ(pss->head->write_list, "");
   EXPECT_STREQ(pss->head->invalid_users, "#nobody#,#carol#");
   EXPECT_STREQ(pss->head->valid_users, "#nobody#");
@@ -136,7 +129,7 @@ TEST(IsoShares, AnImageThatOnlyDeniesLetsNobodyIn) {
 TEST(IsoShares, AnImageThatEveryoneReadsIsWrittenByNobody) {
   mounted_images({{.name = "Film", .read_list = everyone}});
   read_first_volume();
-  ASSERT_EQ(listed_names(), Names{"Film"});
+  ASSERT_EQ(listed_shares(), Names{"Film"});
   EXPECT_STREQ(pss->head->read_list, everyone);
   EXPECT_STREQ(pss->head->write_list, "");
   EXPECT_STREQ(pss->head->valid_users, everyone);
@@ -146,7 +139,7 @@ TEST(IsoShares, AShareOfTheNameThatIsListedWins) {
   Insert_Smb_Node(Share{"Film"}.path("/mnt/HD/HD_a2/film").write("#bob#"));
   mounted_images({{.name = "Film"}, {.name = "film"}});
   read_first_volume();
-  EXPECT_EQ(listed_names(), (Names{"Film", "film"}));
+  EXPECT_EQ(listed_shares(), (Names{"Film", "film"}));
   EXPECT_STREQ(pss->head->path, "/mnt/HD/HD_a2/film");
   EXPECT_STREQ(pss->head->write_list, "#bob#");
 }
@@ -154,19 +147,19 @@ TEST(IsoShares, AShareOfTheNameThatIsListedWins) {
 TEST(IsoShares, TheFirstOfTwoImagesOfANameWins) {
   mounted_images({{.name = "Film", .mount_path = "/first"}, {.name = "Film", .mount_path = "/second"}});
   read_first_volume();
-  EXPECT_EQ(listed_names(), Names{"Film"});
+  EXPECT_EQ(listed_shares(), Names{"Film"});
   EXPECT_STREQ(pss->head->path, "/first");
 }
 
 TEST(IsoShares, AnImageWithoutANameIsNoShare) {
   mounted_images({{.name = ""}, {.name = "Film"}});
   read_first_volume();
-  EXPECT_EQ(listed_names(), Names{"Film"});
+  EXPECT_EQ(listed_shares(), Names{"Film"});
 }
 
 TEST(IsoShares, AMissingElementIsAnEmptyText) {
-  read_first_volume(catalogue_of("<item><name>Film</name></item>"));
-  ASSERT_EQ(listed_names(), Names{"Film"});
+  read_first_volume(iso_catalogue_of("<item><name>Film</name></item>"));
+  ASSERT_EQ(listed_shares(), Names{"Film"});
   EXPECT_EQ(pss->head->volume_raid, 0);
   EXPECT_STREQ(pss->head->hd_serial, "");
   EXPECT_STREQ(pss->head->comment, "");
@@ -184,7 +177,7 @@ TEST(IsoShares, TextsThatJustFitAreTakenWhole) {
                    .comment = std::string(511, 'c'),
                    .read_list = "#" + std::string(12285, 'u') + "#"}});
   read_first_volume();
-  ASSERT_EQ(listed_names(), Names{name});
+  ASSERT_EQ(listed_shares(), Names{name});
   EXPECT_EQ(pss->head->hd_serial, std::string(511, 's'));
   EXPECT_EQ(pss->head->path, path);
   EXPECT_EQ(pss->head->comment, std::string(511, 'c'));
@@ -204,7 +197,7 @@ TEST(IsoShares, LongerTextsAreCutAndLeaveTheirNeighboursAlone) {
                    .read_list = list,
                    .invalid_users = "#bob#"}});
   read_first_volume();
-  ASSERT_EQ(listed_names(), Names{std::string(511, 'n')});
+  ASSERT_EQ(listed_shares(), Names{std::string(511, 'n')});
   EXPECT_EQ(pss->head->volume_raid, 3);
   EXPECT_EQ(pss->head->hd_serial, std::string(511, 's'));
   EXPECT_EQ(pss->head->comment, std::string(511, 'c'));
@@ -218,23 +211,23 @@ TEST(IsoShares, LongerTextsAreCutAndLeaveTheirNeighboursAlone) {
 // ---- The catalogue file
 
 TEST(IsoShares, TheElementsAboveTheItemsMayHaveAnyName) {
-  read_first_volume("<!-- of today --><images>\n<!-- none --><mounted>" + item({.name = "Film"}) +
+  read_first_volume("<!-- of today --><images>\n<!-- none --><mounted>" + iso_item({.name = "Film"}) +
                     "</mounted></images>");
-  EXPECT_EQ(listed_names(), Names{"Film"});
+  EXPECT_EQ(listed_shares(), Names{"Film"});
 }
 
 TEST(IsoShares, OnlyTheFirstElementBelowTheRootHoldsItems) {
-  read_first_volume("<config><count/><iso>" + item({.name = "Film"}) + "</iso></config>");
-  EXPECT_EQ(listed_names(), Names{});
+  read_first_volume("<config><count/><iso>" + iso_item({.name = "Film"}) + "</iso></config>");
+  EXPECT_EQ(listed_shares(), Names{});
 }
 
 TEST(IsoShares, WhatFollowsTheFirstItemIsReadWhateverItsName) {
-  read_first_volume(catalogue_of(
+  read_first_volume(iso_catalogue_of(
       "<image><volume_raid>1</volume_raid><hd_serial>WD-1</hd_serial><name>Early</name></image>" +
-      item({.name = "Film"}) +
+      iso_item({.name = "Film"}) +
       "<image><volume_raid>1</volume_raid><hd_serial>WD-1</hd_serial><name>Late</name></image>" +
-      "<!-- a remark -->" + item({.name = "Last"})));
-  EXPECT_EQ(listed_names(), (Names{"Film", "Late", "Last"}));
+      "<!-- a remark -->" + iso_item({.name = "Last"})));
+  EXPECT_EQ(listed_shares(), (Names{"Film", "Late", "Last"}));
 }
 
 TEST(IsoShares, WithoutACatalogueThereIsNoShareAndNoWord) {
@@ -242,11 +235,11 @@ TEST(IsoShares, WithoutACatalogueThereIsNoShareAndNoWord) {
   set_single_disk(0, "WD-1");
   isoMount_readXml(0);
   EXPECT_EQ(captured.out() + captured.err(), "");
-  EXPECT_EQ(listed_names(), Names{});
+  EXPECT_EQ(listed_shares(), Names{});
 }
 
 TEST(IsoShares, ABrokenCatalogueIsPassedOverWithoutAWord) {
-  const std::string whole = catalogue_of({Image{.name = "Film"}});
+  const std::string whole = iso_catalogue({Image{.name = "Film"}});
   const std::string texts[] = {"",
                                " \n",
                                "no XML",
@@ -259,21 +252,21 @@ TEST(IsoShares, ABrokenCatalogueIsPassedOverWithoutAWord) {
                                "<config><iso>text</iso></config>",
                                "<config><iso><Item><name>Film</name></Item></iso></config>",
                                "<config><item><name>Film</name></item></config>",
-                               catalogue_of({Image{.name = "\xff"}}),
-                               catalogue_of({Image{.name = "&nothing;"}})};
+                               iso_catalogue({Image{.name = "\xff"}}),
+                               iso_catalogue({Image{.name = "&nothing;"}})};
   for (const std::string &text : texts) {
     SCOPED_TRACE(text);
     Captured captured;
     read_first_volume(text);
     EXPECT_EQ(captured.out() + captured.err(), "");
-    EXPECT_EQ(listed_names(), Names{});
+    EXPECT_EQ(listed_shares(), Names{});
   }
 }
 
 TEST(IsoShares, AFolderInPlaceOfTheCatalogueIsPassedOver) {
   Appliance{}.folder(iso_file);
   read_first_volume();
-  EXPECT_EQ(listed_names(), Names{});
+  EXPECT_EQ(listed_shares(), Names{});
 }
 
 TEST(IsoShares, TheCatalogueStaysAsItIs) {
@@ -282,7 +275,7 @@ TEST(IsoShares, TheCatalogueStaysAsItIs) {
   const std::string before = read_file(iso_file);
   set_array(4, "own");
   isoMount_readXml(0);
-  EXPECT_EQ(listed_names(), (Names{"Film", "Foreign"}));
+  EXPECT_EQ(listed_shares(), (Names{"Film", "Foreign"}));
   EXPECT_EQ(pss->list_changed, 1);
   EXPECT_EQ(read_file(iso_file), before);
   EXPECT_EQ(names_in("/mnt/HD_a4/.systemfile"), Names{".iso_mount.xml"});
@@ -303,10 +296,10 @@ TEST(IsoShares, ManyImagesAreAllListed) {
 
 TEST(IsoShares, InADomainTheDomainsCatalogueIsRead) {
   mounted_images({{.name = "Local"}});
-  Appliance{}.file(domain_iso_file, catalogue_of({Image{.name = "Domain"}}));
+  Appliance{}.file(domain_iso_file, iso_catalogue({Image{.name = "Domain"}}));
   pss->ads_enable = 1;
   read_first_volume();
-  EXPECT_EQ(listed_names(), Names{"Domain"});
+  EXPECT_EQ(listed_shares(), Names{"Domain"});
 }
 
 TEST(IsoShares, AnyOtherModeReadsTheLocalCatalogue) {
@@ -314,19 +307,19 @@ TEST(IsoShares, AnyOtherModeReadsTheLocalCatalogue) {
     SCOPED_TRACE(mode);
     Free_All_List();
     mounted_images({{.name = "Local"}});
-    Appliance{}.file(domain_iso_file, catalogue_of({Image{.name = "Domain"}}));
+    Appliance{}.file(domain_iso_file, iso_catalogue({Image{.name = "Domain"}}));
     pss->ads_enable = mode;
     read_first_volume();
-    EXPECT_EQ(listed_names(), Names{"Local"});
+    EXPECT_EQ(listed_shares(), Names{"Local"});
   }
 }
 
 TEST(IsoShares, TheCatalogueLiesOnTheVolumesHiddenPartition) {
   set_single_disk(0, "WD-2");
-  std::strcpy(pss->vol_hidden_path[0], "/mnt/HD_b4");
-  Appliance{}.file(iso_file_of_second, catalogue_of({Image{.name = "Two", .hd_serial = "WD-2"}}));
+  put(pss->vol_hidden_path[0], "/mnt/HD_b4");
+  Appliance{}.file(iso_file_of_second, iso_catalogue({Image{.name = "Two", .hd_serial = "WD-2"}}));
   isoMount_readXml(0);
-  EXPECT_EQ(listed_names(), Names{"Two"});
+  EXPECT_EQ(listed_shares(), Names{"Two"});
 }
 
 TEST(IsoShares, OnlyPresentVolumesAreRead) {
@@ -343,7 +336,7 @@ TEST(IsoShares, OnlyPresentVolumesAreRead) {
     pss->vol_present[0] = row.first;
     pss->vol_present[1] = row.second;
     create_iso_share();
-    EXPECT_EQ(listed_names(), row.names);
+    EXPECT_EQ(listed_shares(), row.names);
   }
 }
 
@@ -351,22 +344,21 @@ TEST(IsoShares, AVolumeIsReadByItsNumberWhetherPresentOrNot) {
   an_image_on_each_disk();
   pss->vol_present[1] = 0;
   isoMount_readXml(1);
-  EXPECT_EQ(listed_names(), Names{"Two"});
+  EXPECT_EQ(listed_shares(), Names{"Two"});
 }
 
 TEST(IsoShares, ThereIsNoThirdVolume) {
-  smb_dbg_flag = 1;
   for (const int volume : {-1, 2, 1000000}) {
-    EXPECT_EQ(output_of([volume] { isoMount_readXml(volume); }), "");
+    expect_silence([volume] { isoMount_readXml(volume); });
   }
-  EXPECT_EQ(listed_names(), Names{});
+  EXPECT_EQ(listed_shares(), Names{});
 }
 
 TEST(IsoShares, TheImagesComeBehindTheListedShares) {
   Insert_Smb_Node(Share{"Music"}.path("/mnt/HD/HD_a2/Music"));
   an_image_on_each_disk();
   create_iso_share();
-  EXPECT_EQ(listed_names(), (Names{"Music", "One", "Two"}));
+  EXPECT_EQ(listed_shares(), (Names{"Music", "One", "Two"}));
 }
 
 // ---- Debug output
@@ -374,43 +366,32 @@ TEST(IsoShares, TheImagesComeBehindTheListedShares) {
 TEST(IsoShares, TheFileAndEveryEntryArePrintedForAnyDebugFlagButZero) {
   mounted_images({{.name = "Film"}, {.name = "Foreign", .hd_serial = "WD-9"}, {"Mirror", "4", "UUID=x"}});
   set_single_disk(0, "WD-1");
-  for (const int flag : {0, 1, 2}) {
-    SCOPED_TRACE(flag);
+  const auto read = [] {
     Free_All_List();
-    smb_dbg_flag = flag;
-    EXPECT_EQ(output_of([] { isoMount_readXml(0); }),
-              flag == 0 ? ""
-                        : "read xml path = /mnt/HD_a4/.systemfile/.iso_mount.xml\n"
-                          "p->volume_raid = 1\n"
-                          "current_raid_type = 1\n"
-                          "p->volume_raid = 1\n"
-                          "current_raid_type = 1\n"
-                          "###file serial = WD-9\n"
-                          "###hd serial = WD-1\n"
-                          "p->volume_raid = 4\n"
-                          "current_raid_type = 1\n");
-  }
+    isoMount_readXml(0);
+  };
+  expect_listing(read, "read xml path = /mnt/HD_a4/.systemfile/.iso_mount.xml\n"
+                       "p->volume_raid = 1\n"
+                       "current_raid_type = 1\n"
+                       "p->volume_raid = 1\n"
+                       "current_raid_type = 1\n"
+                       "###file serial = WD-9\n"
+                       "###hd serial = WD-1\n"
+                       "p->volume_raid = 4\n"
+                       "current_raid_type = 1\n");
 }
 
 TEST(IsoShares, TheFileIsPrintedEvenWhereThereIsNone) {
   an_image_on_each_disk();
   Appliance{}.remove(iso_file).remove(iso_file_of_second);
-  for (const int flag : {0, 1, 2}) {
-    SCOPED_TRACE(flag);
-    smb_dbg_flag = flag;
-    EXPECT_EQ(output_of(create_iso_share), flag == 0
-                                               ? ""
-                                               : "read xml path = /mnt/HD_a4/.systemfile/.iso_mount.xml\n"
-                                                 "read xml path = /mnt/HD_b4/.systemfile/.iso_mount.xml\n");
-  }
+  expect_listing(create_iso_share, "read xml path = /mnt/HD_a4/.systemfile/.iso_mount.xml\n"
+                                   "read xml path = /mnt/HD_b4/.systemfile/.iso_mount.xml\n");
 }
 
 TEST(IsoShares, InADomainTheDomainsFileIsPrinted) {
   set_single_disk(0, "WD-1");
   pss->ads_enable = 1;
-  smb_dbg_flag = 2;
-  EXPECT_EQ(output_of([] { isoMount_readXml(0); }),
-            "read xml path = /mnt/HD_a4/.systemfile/.iso_mount_ads.xml\n");
+  expect_listing([] { isoMount_readXml(0); }, "read xml path = /mnt/HD_a4/.systemfile/.iso_mount_ads.xml\n");
 }
 
 // ---- With everything else
@@ -420,11 +401,11 @@ TEST(IsoShares, AnImageOfADiskThatBecameAMirrorIsPublished) {
   mounted_images({{.name = "Film", .hd_serial = "WD-TESTDISK0001"}});
   get_samba_info();
   create_iso_share();
-  ASSERT_EQ(listed_names(), Names{"Film"});
+  ASSERT_EQ(listed_shares(), Names{"Film"});
   EXPECT_EQ(pss->head->volume_raid, 4);
   EXPECT_STREQ(pss->head->hd_serial, "UUID=7cc3a0e9:85fa470b:aecd3d11:561a7e11");
   ASSERT_EQ(create_smb_conf(), 0);
-  EXPECT_NE(read_file("/etc/samba/smb.conf").find("\n[ Film ]\n"), std::string::npos);
+  EXPECT_NE(read_file(smb_conf).find("\n[ Film ]\n"), std::string::npos);
   EXPECT_EQ(transcript().find("smbcom"), std::string::npos);
 }
 

@@ -1,6 +1,18 @@
 // The share of the P2P client's download folder.
+#include "appliance.h"
+#include "debug_output.h"
 #include "download_shares.h"
+#include "listed.h"
+#include "nasshare/catalogue.h"
 #include "nasshare/smbconf.h"
+#include "nasshare/special.h"
+#include "output.h"
+#include "paths.h"
+#include "share.h"
+#include "volume_table.h"
+
+#include <gtest/gtest.h>
+#include <string>
 
 namespace nasshare::tests {
 namespace {
@@ -20,22 +32,7 @@ TEST(P2pShare, IsOpenToEveryone) {
   two_volumes();
   saves_to("/mnt/HD/HD_a2/Downloads");
   create_p2p_share();
-  EXPECT_EQ(listing(), "\n"
-                       "volume_raid     : [1]\n"
-                       "hd_serial       : [WD-1]\n"
-                       "name            : [P2P]\n"
-                       "comment         : [P2P Folder Share]\n"
-                       "path            : [/mnt/HD/HD_a2/P2P]\n"
-                       "browseable      : [yes]\n"
-                       "public          : [yes]\n"
-                       "oplocks         : [yes]\n"
-                       "map_archive     : [no]\n"
-                       "read_list       : []\n"
-                       "write_list      : [#nobody#,#@allaccount#]\n"
-                       "invalid_users   : []\n"
-                       "valid_users     : [#nobody#,#@allaccount#]\n"
-                       "recycle_enable  : [0]\n"
-                       "recycle_tree    : [0]\n\n");
+  expect_listing(List_Smb_Node, download_listing("P2P", 1, "WD-1", "/mnt/HD/HD_a2/P2P"));
 }
 
 TEST(P2pShare, LiesOnTheVolumeThatTheClientSavesTo) {
@@ -93,13 +90,13 @@ TEST(P2pShare, MarksTheListAsChangedInAnyCase) {
   two_volumes();
   create_p2p_share();
   EXPECT_EQ(pss->list_changed, 1);
-  EXPECT_EQ(listed_names(), Names{});
+  EXPECT_EQ(listed_shares(), Names{});
 
   pss->list_changed = 0;
   saves_to("/mnt/HD/HD_a2");
   create_p2p_share();
   EXPECT_EQ(pss->list_changed, 1);
-  EXPECT_EQ(listed_names(), Names{"P2P"});
+  EXPECT_EQ(listed_shares(), Names{"P2P"});
 }
 
 TEST(P2pShare, AnUnusableFileGivesNoShareAndNoWord) {
@@ -123,7 +120,7 @@ TEST(P2pShare, AnUnusableFileGivesNoShareAndNoWord) {
     Captured captured;
     create_p2p_share();
     EXPECT_EQ(captured.out() + captured.err(), "");
-    EXPECT_EQ(listed_names(), Names{});
+    EXPECT_EQ(listed_shares(), Names{});
     EXPECT_EQ(pss->list_changed, 1);
   }
 }
@@ -132,7 +129,7 @@ TEST(P2pShare, AFolderInPlaceOfTheFileGivesNoShare) {
   two_volumes();
   Appliance{}.folder(settings_file);
   create_p2p_share();
-  EXPECT_EQ(listed_names(), Names{});
+  EXPECT_EQ(listed_shares(), Names{});
 }
 
 TEST(P2pShare, OnlyTheFirstElementsOfTheirNamesCount) {
@@ -187,18 +184,15 @@ TEST(P2pShare, KeepsItsOplocksWhereTheClientsFolderIsExported) {
 TEST(P2pShare, TheExportsAreComparedOutLoudOnlyWhenTheFlagIsOne) {
   two_volumes();
   saves_to("/mnt/HD/HD_b2");
-  for (const int flag : {0, 1, 2}) {
-    SCOPED_TRACE(flag);
+  const auto create = [] {
     Free_All_List();
-    set_file_services({"0", "1", "\"/mnt/HD/HD_b2/P2P\" *\n", ""});
-    smb_dbg_flag = flag;
-    EXPECT_EQ(output_of(create_p2p_share), flag == 1 ? "get_nfs_path---->[/mnt/HD/HD_b2/P2P]\n"
-                                                       "compare path---->[/mnt/HD/HD_b2/P2P]\n"
-                                                     : "");
-    Free_All_List();
-    set_file_services({"1", "1", "\"/mnt/HD/HD_b2/P2P\" *\n", ""});
-    EXPECT_EQ(output_of(create_p2p_share), "") << "AFP decides, nothing is compared";
-  }
+    create_p2p_share();
+  };
+  set_file_services({"0", "1", "\"/mnt/HD/HD_b2/P2P\" *\n", ""});
+  expect_trace(create, "get_nfs_path---->[/mnt/HD/HD_b2/P2P]\n"
+                       "compare path---->[/mnt/HD/HD_b2/P2P]\n");
+  set_file_services({"1", "1", "\"/mnt/HD/HD_b2/P2P\" *\n", ""});
+  expect_silence(create); // AFP decides, nothing is compared
 }
 
 // ---- The list
@@ -208,7 +202,7 @@ TEST(P2pShare, AShareOfTheNameThatIsListedWins) {
   Insert_Smb_Node(Share{"P2P"}.path("/mnt/HD/HD_b2/mine").write("#alice#"));
   saves_to("/mnt/HD/HD_a2");
   create_p2p_share();
-  EXPECT_EQ(listed_names(), Names{"P2P"});
+  EXPECT_EQ(listed_shares(), Names{"P2P"});
   EXPECT_STREQ(pss->head->path, "/mnt/HD/HD_b2/mine");
   EXPECT_STREQ(pss->head->write_list, "#alice#");
   EXPECT_EQ(pss->list_changed, 1);
@@ -220,7 +214,7 @@ TEST(P2pShare, ComesBehindTheListedShares) {
   Insert_Smb_Node(Share{"p2p"}.path("/mnt/HD/HD_a2/p2p"));
   saves_to("/mnt/HD/HD_a2");
   create_p2p_share();
-  EXPECT_EQ(listed_names(), (Names{"Music", "p2p", "P2P"}));
+  EXPECT_EQ(listed_shares(), (Names{"Music", "p2p", "P2P"}));
 }
 
 TEST(P2pShare, IsPublishedButNotStored) {
@@ -230,11 +224,11 @@ TEST(P2pShare, IsPublishedButNotStored) {
   create_p2p_share();
   EXPECT_EQ(place("P2P"), "1 WD-TESTDISK0002 /mnt/HD/HD_b2/P2P");
   ASSERT_EQ(create_smb_conf(), 0);
-  EXPECT_NE(read_file("/etc/samba/smb.conf").find("\n[ P2P ]\n"), std::string::npos);
-  EXPECT_FALSE(exists("/mnt/HD_b4/.systemfile/.smb.xml"));
+  EXPECT_NE(read_file(smb_conf).find("\n[ P2P ]\n"), std::string::npos);
+  EXPECT_FALSE(exists(second_share_file));
   EXPECT_EQ(transcript().find("smbcom"), std::string::npos);
   get_samba_info();
-  EXPECT_EQ(listed_names(), Names{});
+  EXPECT_EQ(listed_shares(), Names{});
 }
 
 } // namespace

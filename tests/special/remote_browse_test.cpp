@@ -1,22 +1,20 @@
 // The disk shares that another host lists.
 #include "appliance.h"
+#include "debug_output.h"
+#include "listed.h"
 #include "nasshare/acl.h"
 #include "nasshare/special.h"
-#include "nasshare/support.h"
 #include "output.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <string>
 #include <sys/mount.h>
-#include <vector>
 
 namespace nasshare::tests {
 namespace {
 
 namespace fs = std::filesystem;
-
-using Names = std::vector<std::string>;
 
 constexpr const char *programs = "/usr/bin";
 constexpr const char *smbclient = "/usr/bin/smbclient";
@@ -49,15 +47,6 @@ void answers(const std::string &out, const std::string &err = "") {
                    0755);
 }
 
-Names listed_names() {
-  Names names;
-  const smb_name_node *node = pnl->count == 0 ? nullptr : pnl->head;
-  for (; node != nullptr; node = node->next) {
-    names.emplace_back(node->name);
-  }
-  return names;
-}
-
 // The names after a listing that ran to its end.
 Names names_in_listing(const std::string &text) {
   answers(text);
@@ -66,7 +55,7 @@ Names names_in_listing(const std::string &text) {
 }
 
 // Whether the listing counts as a failed connection; the name list is empty then.
-bool fails(const std::string &text) {
+bool has_failed(const std::string &text) {
   answers(text);
   const int result = get_host_share_name("attic");
   EXPECT_TRUE(result == 1 || listed_names().empty());
@@ -87,11 +76,11 @@ TEST(RemoteBrowse, ListsTheSharesOfADomainMemberBetweenTheWarnings) {
 }
 
 TEST(RemoteBrowse, AHostThatRefusesIsAFailure) {
-  EXPECT_TRUE(fails(recording("samba/smbclient-gNL-refused.stdout")));
+  EXPECT_TRUE(has_failed(recording("samba/smbclient-gNL-refused.stdout")));
 }
 
 TEST(RemoteBrowse, AnUnknownHostIsAFailure) {
-  EXPECT_TRUE(fails(recording("samba/smbclient-gNL-unknown-host.stdout")));
+  EXPECT_TRUE(has_failed(recording("samba/smbclient-gNL-unknown-host.stdout")));
 }
 
 // ---- How it is asked
@@ -266,7 +255,7 @@ TEST(RemoteBrowse, ALongLineComesInPiecesOf511) {
             (Names{"music", "films"}));
   EXPECT_EQ(names_in_listing("Disk|music|" + std::string(5000, 'c') + "\nDisk|films|\n"),
             (Names{"music", "films"}));
-  EXPECT_TRUE(fails("Disk|session|" + std::string(498, 'c') + "fail\n"));
+  EXPECT_TRUE(has_failed("Disk|session|" + std::string(498, 'c') + "fail\n"));
 }
 
 // A thousand shares are more than the buffer of a pipe holds.
@@ -304,13 +293,13 @@ TEST(RemoteBrowse, AnyOtherLineThatFailsEndsTheListing) {
   };
   for (const auto &row : rows) {
     SCOPED_TRACE(row.text);
-    EXPECT_EQ(fails(row.text), row.fails);
+    EXPECT_EQ(has_failed(row.text), row.fails);
   }
 }
 
 TEST(RemoteBrowse, AFailureEmptiesTheNameListOfThoseBefore) {
   Insert_Name_Node("before");
-  EXPECT_TRUE(fails("failed\n"));
+  EXPECT_TRUE(has_failed("failed\n"));
   EXPECT_EQ(listed_names(), Names{});
 }
 
@@ -348,58 +337,37 @@ TEST(RemoteBrowse, ASmbclientThatIsNoProgramHasNoShares) {
 TEST(RemoteBrowse, TheListingIsPrintedWhenTheFlagIsOneAndTheNamesForAnyButZero) {
   answers("Disk|music|My music\r\n\nIPC|IPC$|Service\nDisk|films|\n");
   const std::string names = "Name = music\nName = films\n";
-  const std::string outputs[] = {"",
-                                 "cmd = [/usr/bin/smbclient -gNL \"attic\" 2>&1]\n"
-                                 "\t[Disk|music|My music]\n"
-                                 "\t[]\n"
-                                 "\t[IPC|IPC$|Service]\n"
-                                 "\t[Disk|films|]\n" +
-                                     names,
-                                 names};
-  for (const int flag : {0, 1, 2}) {
-    SCOPED_TRACE(flag);
-    smb_dbg_flag = flag;
-    EXPECT_EQ(output_of([] { get_host_share_name("attic"); }), outputs[flag]);
-  }
+  expect_listing_and_trace([] { get_host_share_name("attic"); }, names,
+                           "cmd = [/usr/bin/smbclient -gNL \"attic\" 2>&1]\n"
+                           "\t[Disk|music|My music]\n"
+                           "\t[]\n"
+                           "\t[IPC|IPC$|Service]\n"
+                           "\t[Disk|films|]\n" +
+                               names);
 }
 
 TEST(RemoteBrowse, AFailureIsPrintedWhenTheFlagIsOne) {
   answers("Disk|music|\nfailed\nDisk|films|\n");
-  for (const int flag : {0, 1, 2}) {
-    SCOPED_TRACE(flag);
-    smb_dbg_flag = flag;
-    EXPECT_EQ(output_of([] { get_host_share_name("attic"); }),
-              flag == 1 ? "cmd = [/usr/bin/smbclient -gNL \"attic\" 2>&1]\n"
-                          "\t[Disk|music|]\n"
-                          "\t[failed]\n"
-                          "connect attic fail!\n"
-                        : "");
-  }
+  expect_trace([] { get_host_share_name("attic"); }, "cmd = [/usr/bin/smbclient -gNL \"attic\" 2>&1]\n"
+                                                     "\t[Disk|music|]\n"
+                                                     "\t[failed]\n"
+                                                     "connect attic fail!\n");
 }
 
 TEST(RemoteBrowse, AMissingSmbclientIsPrintedWhenTheFlagIsOneAndForAnEmptyHostToo) {
   const std::string missing = "/usr/bin/smbclient not exist!\n";
   answers("");
-  for (const int flag : {0, 1, 2}) {
-    SCOPED_TRACE(flag);
-    smb_dbg_flag = flag;
-    EXPECT_EQ(output_of([] { get_host_share_name(""); }), flag == 1 ? missing : "");
-    EXPECT_EQ(output_of([] { get_host_share_name(nullptr); }), flag == 1 ? missing : "");
-  }
+  expect_trace([] { get_host_share_name(""); }, missing);
+  expect_trace([] { get_host_share_name(nullptr); }, missing);
   Appliance{}.remove(smbclient);
-  for (const int flag : {0, 1, 2}) {
-    SCOPED_TRACE(flag);
-    smb_dbg_flag = flag;
-    EXPECT_EQ(output_of([] { get_host_share_name("attic"); }), flag == 1 ? missing : "");
-  }
+  expect_trace([] { get_host_share_name("attic"); }, missing);
 }
 
 TEST(RemoteBrowse, ALineOf511IsPrintedWhole) {
   const std::string line(511, 'x');
   answers(line + "y\n");
-  smb_dbg_flag = 1;
-  EXPECT_EQ(output_of([] { get_host_share_name("attic"); }),
-            "cmd = [/usr/bin/smbclient -gNL \"attic\" 2>&1]\n\t[" + line + "]\n\t[y]\n");
+  expect_trace([] { get_host_share_name("attic"); },
+               "cmd = [/usr/bin/smbclient -gNL \"attic\" 2>&1]\n\t[" + line + "]\n\t[y]\n");
 }
 
 } // namespace
