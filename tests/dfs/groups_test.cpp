@@ -1,161 +1,26 @@
-// The groups: their file, the operations on them, and what these do to the links.
+// The operations on groups, and what these do to the links.
 #include "appliance.h"
-#include "dfs_files.h"
+#include "debug_output.h"
+#include "links.h"
 #include "nasshare/acl.h"
-#include "nasshare/support.h"
-#include "output.h"
+#include "unopenable.h"
+#include "untouched.h"
 
+#include <cstdint>
 #include <functional>
 #include <gtest/gtest.h>
-#include <sys/socket.h>
-#include <sys/stat.h>
-#include <sys/un.h>
-#include <unistd.h>
+#include <string>
+#include <vector>
 
 namespace nasshare::tests {
 namespace {
 
-using Names = std::vector<std::string>;
-
-const Link tunes{"srv1", "music", "tunes", "media"};
-const Link films{"srv2", "movies", "films", "media"};
-const Link papers{"srv3", "docs", "papers", "office"};
-
-void stored(const Names &groups, const std::vector<Link> &links) {
+void stored(const Names &groups, const Links &links) {
   Appliance{}.file(group_path, group_file(groups)).file(link_path, link_file(links));
 }
 
-Names listed_names() {
-  Names names;
-  const smb_name_node *node = pnl->count == 0 ? nullptr : pnl->head;
-  for (; node != nullptr; node = node->next) {
-    names.emplace_back(node->name);
-  }
-  return names;
-}
-
-// The name list that comes of a group file with this text, in place of one that held a name.
-Names read_from(const std::string &text) {
-  Appliance{}.file(group_path, text);
-  Free_Name_List();
-  Insert_Name_Node("before");
-  read_DFS_group_xml();
-  return listed_names();
-}
-
-ino_t inode(const char *path) {
-  struct stat status {};
-  EXPECT_EQ(stat(path, &status), 0);
-  return status.st_ino;
-}
-
-// The operation leaves the very files that stood there.
-template <class Operation> void expect_files_untouched(Operation operation) {
-  const ino_t groups = inode(group_path);
-  const ino_t links = inode(link_path);
-  operation();
-  EXPECT_EQ(inode(group_path), groups);
-  EXPECT_EQ(inode(link_path), links);
-}
-
-void bind_socket(const char *path) {
-  sockaddr_un address{};
-  address.sun_family = AF_UNIX;
-  std::strncpy(address.sun_path, path, sizeof address.sun_path - 1);
-  const int file = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
-  ASSERT_EQ(bind(file, reinterpret_cast<const sockaddr *>(&address), sizeof address), 0);
-  close(file);
-}
-
-TEST(GroupStore, TheNameListIsWrittenAsItems) {
-  Insert_Name_Node("media");
-  Insert_Name_Node("office");
-  write_DFS_group_xml();
-  EXPECT_EQ(read_file(group_path), "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-                                   "<config>\n"
-                                   "  <dfs>\n"
-                                   "    <item>\n"
-                                   "      <group>media</group>\n"
-                                   "    </item>\n"
-                                   "    <item>\n"
-                                   "      <group>office</group>\n"
-                                   "    </item>\n"
-                                   "  </dfs>\n"
-                                   "</config>\n");
-  EXPECT_EQ(listed_names(), (Names{"media", "office"}));
-}
-
-TEST(GroupStore, AnEmptyNameListIsAnEmptyElement) {
-  Appliance{}.file(group_path, group_file({"media"}));
-  write_DFS_group_xml();
-  EXPECT_EQ(read_file(group_path), "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-                                   "<config>\n"
-                                   "  <dfs/>\n"
-                                   "</config>\n");
-}
-
-TEST(GroupStore, AListedNameIsWrittenAsMarkup) {
-  for (const char *name : {"R&amp;B", "&#38;", "R&B", "&lt;", "&nonesuch;", ""}) {
-    Insert_Name_Node(name);
-  }
-  write_DFS_group_xml();
-  EXPECT_EQ(read_file(group_path), group_file({"R&amp;B", "&amp;", "R&amp;B", "&lt;", "&amp;nonesuch;", ""}));
-}
-
-TEST(GroupStore, ReadingReplacesTheNameList) {
-  EXPECT_EQ(read_from(group_file({"media", "R&amp;B", "&amp;amp;"})), (Names{"media", "R&B", "&amp;"}));
-  EXPECT_EQ(pnl->count, 3);
-}
-
-TEST(GroupStore, WithoutAFileTheNameListStays) {
-  Insert_Name_Node("before");
-  read_DFS_group_xml();
-  EXPECT_EQ(listed_names(), Names{"before"});
-}
-
-TEST(GroupStore, AFileThatIsNoXmlEmptiesTheNameList) {
-  for (const char *text : {"", "text", "<config><dfs><item><group>media</group></item>"}) {
-    SCOPED_TRACE(text);
-    Captured captured;
-    EXPECT_EQ(read_from(text), Names{});
-    EXPECT_EQ(captured.out(), "");
-    EXPECT_EQ(captured.err(), "");
-  }
-}
-
-TEST(GroupStore, WithoutDfsOrItemThereAreNoGroups) {
-  for (const char *text :
-       {"<config/>", "<config><dfs/></config>", "<dfs><item><group>media</group></item></dfs>",
-        "<config><dfs><entry><group>media</group></entry></dfs></config>"}) {
-    SCOPED_TRACE(text);
-    EXPECT_EQ(read_from(text), Names{});
-  }
-}
-
-TEST(GroupStore, FromTheFirstItemOnEveryElementIsAGroup) {
-  EXPECT_EQ(read_from("<any><dfs><before><group>one</group></before><item><group>two</group></item>"
-                      "<!-- three --><entry><group>four</group></entry></dfs></any>"),
-            (Names{"two", "four"}));
-}
-
-TEST(GroupStore, AnItemWithoutAGroupIsAnEmptyName) {
-  EXPECT_EQ(read_from("<config><dfs><item/><item><name>media</name></item>"
-                      "<item><group>one</group><group>two</group></item></dfs></config>"),
-            (Names{"", "", "one"}));
-}
-
-TEST(GroupStore, ALongerNameIsCut) {
-  EXPECT_EQ(read_from(group_file({std::string(600, 'g'), "media"})), (Names{std::string(511, 'g'), "media"}));
-}
-
-TEST(GroupStore, LoadingEmptiesTheNameListFirst) {
-  Insert_Name_Node("before");
-  get_dfs_group_info();
-  EXPECT_EQ(listed_names(), Names{});
-  Appliance{}.file(group_path, group_file({"media"}));
-  Insert_Name_Node("before");
-  get_dfs_group_info();
-  EXPECT_EQ(listed_names(), Names{"media"});
+void expect_files_untouched(const std::function<void()> &operation) {
+  expect_untouched({group_path, link_path}, operation);
 }
 
 TEST(Groups, AGroupIsAddedOnce) {
@@ -229,7 +94,7 @@ TEST(Groups, RenamingAnAbsentGroupLeavesBothFiles) {
 // A socket can be opened by nobody, which is no statement about what it holds.
 TEST(Groups, WhileTheLinksCannotBeLoadedAGroupStaysAsItIs) {
   Appliance{}.file(group_path, group_file({"media"}));
-  bind_socket(link_path);
+  make_unopenable(link_path);
   const std::string before = read_file(group_path);
   EXPECT_EQ(mod_dfs_group_node("media", "films"), 0U);
   EXPECT_EQ(del_dfs_group_node("media"), 0U);
@@ -297,20 +162,24 @@ TEST(Groups, ABadFileCountsAsEmptyAndIsReplacedByTheNextWrite) {
 
 TEST(Groups, EveryOperationEmptiesTheNameList) {
   stored({"media"}, {tunes});
-  const std::vector<std::function<std::uint32_t()>> operations{
-      [] { return add_dfs_group_node("office"); },
-      [] { return add_dfs_group_node("office"); },
-      [] { return chk_dfs_group_exist("office"); },
-      [] { return chk_dfs_group_exist("nonesuch"); },
-      [] { return mod_dfs_group_node("media", "video"); },
-      [] { return mod_dfs_group_node("nonesuch", "video"); },
-      [] { return del_dfs_group_node("video"); },
-      [] { return del_dfs_group_node("nonesuch"); },
+  const struct {
+    std::function<std::uint32_t()> operation;
+    std::uint32_t answer;
+  } rows[] = {
+      {[] { return add_dfs_group_node("office"); }, 1},
+      {[] { return add_dfs_group_node("office"); }, 0},
+      {[] { return chk_dfs_group_exist("office"); }, 1},
+      {[] { return chk_dfs_group_exist("nonesuch"); }, 0},
+      {[] { return mod_dfs_group_node("media", "video"); }, 1},
+      {[] { return mod_dfs_group_node("nonesuch", "video"); }, 0},
+      {[] { return del_dfs_group_node("video"); }, 1},
+      {[] { return del_dfs_group_node("nonesuch"); }, 0},
   };
-  for (std::size_t i = 0; i < operations.size(); ++i) {
-    SCOPED_TRACE(i);
+  int number = 0;
+  for (const auto &row : rows) {
+    SCOPED_TRACE(number++);
     Insert_Name_Node("before");
-    EXPECT_EQ(operations[i](), i % 2 == 0 ? 1U : 0U);
+    EXPECT_EQ(row.operation(), row.answer);
     EXPECT_EQ(Is_Name_Empty(), 1);
     EXPECT_EQ(dfs_list_empty(), 1);
   }
@@ -318,63 +187,44 @@ TEST(Groups, EveryOperationEmptiesTheNameList) {
 }
 
 TEST(Groups, ARenameIsTracedForDebugFlagOneOnly) {
-  const std::string trace = "--- [media][video]\n";
-  const std::string listing = "DFS list :\nName = srv1\nshare = music\nlocal = tunes\ngroup = media\n\n";
-  for (const int flag : {0, 1, 2}) {
-    SCOPED_TRACE(flag);
+  const auto rename = [] {
     stored({"media"}, {tunes});
-    smb_dbg_flag = flag;
-    EXPECT_EQ(output_of([] { mod_dfs_group_node("media", "video"); }), flag == 0   ? ""
-                                                                       : flag == 1 ? trace + listing
-                                                                                   : listing);
-  }
+    mod_dfs_group_node("media", "video");
+  };
+  expect_listing_and_trace(rename, link_listing({tunes}), "--- [media][video]\n" + link_listing({tunes}));
 }
 
 TEST(Groups, ARenameOfAnAbsentGroupIsTracedToo) {
   stored({"office"}, {tunes});
-  for (const int flag : {0, 1, 2}) {
-    SCOPED_TRACE(flag);
-    smb_dbg_flag = flag;
-    EXPECT_EQ(output_of([] { mod_dfs_group_node("me%sdia", "video"); }),
-              flag == 1 ? "--- [me%sdia][video]\n" : "");
-  }
+  expect_trace([] { mod_dfs_group_node("me%sdia", "video"); }, "--- [me%sdia][video]\n");
 }
 
 TEST(Groups, ARenameWithoutBothNamesIsNotTraced) {
-  smb_dbg_flag = 1;
-  EXPECT_EQ(output_of([] {
-              mod_dfs_group_node("media", "");
-              mod_dfs_group_node("", "video");
-              mod_dfs_group_node(nullptr, "video");
-              mod_dfs_group_node("media", nullptr);
-            }),
-            "");
+  expect_silence([] {
+    mod_dfs_group_node("media", "");
+    mod_dfs_group_node("", "video");
+    mod_dfs_group_node(nullptr, "video");
+    mod_dfs_group_node("media", nullptr);
+  });
 }
 
 TEST(Groups, ADeletedGroupsLinksAreListedForAnyDebugFlagButZero) {
-  for (const int flag : {0, 1, 2}) {
-    SCOPED_TRACE(flag);
+  const auto remove = [] {
     stored({"media"}, {tunes});
-    smb_dbg_flag = flag;
-    EXPECT_EQ(output_of([] { del_dfs_group_node("media"); }),
-              flag == 0 ? "" : "DFS list :\nName = srv1\nshare = music\nlocal = tunes\ngroup = media\n\n");
-  }
+    del_dfs_group_node("media");
+  };
+  expect_listing(remove, link_listing({tunes}));
 }
 
 TEST(Groups, TheOthersPrintNothing) {
-  for (const int flag : {0, 1, 2}) {
-    SCOPED_TRACE(flag);
-    smb_dbg_flag = flag;
-    EXPECT_EQ(output_of([] {
-                add_dfs_group_node("media");
-                add_dfs_group_node("media");
-                chk_dfs_group_exist("media");
-                del_dfs_group_node("nonesuch");
-                get_dfs_group_info();
-                write_DFS_group_xml();
-              }),
-              "");
-  }
+  expect_silence([] {
+    add_dfs_group_node("media");
+    add_dfs_group_node("media");
+    chk_dfs_group_exist("media");
+    del_dfs_group_node("nonesuch");
+    get_dfs_group_info();
+    write_DFS_group_xml();
+  });
 }
 
 } // namespace

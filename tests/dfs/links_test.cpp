@@ -1,38 +1,24 @@
 // The operations on links: each loads the file, acts, replaces the file and leaves the list empty.
 #include "appliance.h"
-#include "dfs_files.h"
-#include "nasshare/support.h"
-#include "output.h"
+#include "debug_output.h"
+#include "links.h"
+#include "untouched.h"
 
+#include <cstdint>
+#include <functional>
 #include <gtest/gtest.h>
-#include <sys/stat.h>
+#include <string>
+#include <vector>
 
 namespace nasshare::tests {
 namespace {
-
-using Links = std::vector<Link>;
-
-const Link tunes{"srv1", "music", "tunes", "media"};
-const Link films{"srv2", "movies", "films", "media"};
-const Link papers{"srv3", "docs", "papers", "office"};
 
 void stored(const Links &links) {
   Appliance{}.file(link_path, link_file(links));
 }
 
-ino_t inode() {
-  struct stat status {};
-  EXPECT_EQ(stat(link_path, &status), 0);
-  return status.st_ino;
-}
-
-// The operation leaves the very file that stood there.
-template <class Operation> void expect_file_untouched(Operation operation) {
-  const ino_t before = inode();
-  const std::string text = read_file(link_path);
-  operation();
-  EXPECT_EQ(inode(), before);
-  EXPECT_EQ(read_file(link_path), text);
+void expect_file_untouched(const std::function<void()> &operation) {
+  expect_untouched({link_path}, operation);
 }
 
 TEST(Links, TheFirstAddedLinkMakesTheFile) {
@@ -238,20 +224,23 @@ TEST(Links, EveryOperationListsTheLoadedLinksForAnyDebugFlagButZero) {
       [] { del_dfs_node("tunes", "media"); },
       [] { del_dfs_node("nonesuch", "media"); },
   };
-  for (std::size_t i = 0; i < operations.size(); ++i) {
-    for (const int flag : {0, 1, 2}) {
-      SCOPED_TRACE("operation " + std::to_string(i) + ", flag " + std::to_string(flag));
+  int number = 0;
+  for (const auto &operation : operations) {
+    SCOPED_TRACE("operation " + std::to_string(number++));
+    const auto operate = [&operation] {
       stored({tunes});
-      smb_dbg_flag = flag;
-      EXPECT_EQ(output_of(operations[i]),
-                flag == 0 ? "" : "DFS list :\nName = srv1\nshare = music\nlocal = tunes\ngroup = media\n\n");
-    }
+      operation();
+    };
+    expect_listing(operate, link_listing({tunes}));
   }
 }
 
 TEST(Links, AnAddWithoutAFilePrintsHeadAndEndOfTheListing) {
-  smb_dbg_flag = 2;
-  EXPECT_EQ(output_of([] { add_dfs_node("srv1", "music", "tunes", "media"); }), "DFS list :\n\n");
+  const auto add = [] {
+    Appliance{}.remove(link_path);
+    add_dfs_node("srv1", "music", "tunes", "media");
+  };
+  expect_listing(add, link_listing({}));
 }
 
 } // namespace

@@ -1,12 +1,15 @@
 // The tree that Samba serves: a folder per group, in it a link "msdfs:host\share" per link.
 #include "appliance.h"
-#include "dfs_files.h"
+#include "debug_output.h"
+#include "links.h"
 #include "nasshare/catalogue.h"
 #include "nasshare/support.h"
 #include "output.h"
+#include "text.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <string>
 #include <sys/mount.h>
 #include <sys/stat.h>
 
@@ -14,15 +17,12 @@ namespace nasshare::tests {
 namespace {
 
 const std::string root = "/etc/dfsroot";
-const Link tunes{"srv1", "music", "tunes", "media"};
-const Link films{"srv2", "movies", "films", "media"};
-const Link papers{"srv3", "docs", "papers", "office"};
 
 std::string target(const std::string &path) {
   return std::filesystem::read_symlink(path);
 }
 
-void enabled(const std::vector<Link> &links) {
+void enabled(const Links &links) {
   Appliance{}.config("/system_mgr/samba/dfs_enable", "1");
   dfs_remove_all();
   for (const auto &[host, share, local, group] : links) {
@@ -53,8 +53,8 @@ std::string shown_command(const Link &link) {
 TEST(RootLinks, ALinkLiesInTheFolderOfItsGroup) {
   enabled({tunes});
   create_dfs_link();
-  EXPECT_EQ(names_in(root), std::vector<std::string>{"media"});
-  EXPECT_EQ(names_in(root + "/media"), std::vector<std::string>{"tunes"});
+  EXPECT_EQ(names_in(root), Names{"media"});
+  EXPECT_EQ(names_in(root + "/media"), Names{"tunes"});
   EXPECT_EQ(target(root + "/media/tunes"), "msdfs:srv1\\music");
   EXPECT_EQ(mode(root + "/media"), 0777U);
   EXPECT_EQ(mode(root), 0777U);
@@ -81,8 +81,8 @@ TEST(RootLinks, AGroupsFolderIsMadeOnce) {
                                      "chmod [777] [/etc/dfsroot/office]\n"
                                      "ln [-s] [msdfs:srv3\\docs] [/etc/dfsroot/office/papers]\n"
                                      "ln [-s] [msdfs:srv2\\movies] [/etc/dfsroot/media/films]\n");
-  EXPECT_EQ(names_in(root + "/media"), (std::vector<std::string>{"films", "tunes"}));
-  EXPECT_EQ(names_in(root + "/office"), std::vector<std::string>{"papers"});
+  EXPECT_EQ(names_in(root + "/media"), (Names{"films", "tunes"}));
+  EXPECT_EQ(names_in(root + "/office"), Names{"papers"});
 }
 
 TEST(RootLinks, AGroupWithABlankIsMadeAgainForEachLink) {
@@ -98,8 +98,8 @@ TEST(RootLinks, AGroupWithABlankIsMadeAgainForEachLink) {
                                      "mkdir [/etc/dfsroot/my media]\n"
                                      "chmod [777] [/etc/dfsroot/my media]\n"
                                      "ln [-s] [msdfs:srv2\\movies] [/etc/dfsroot/my media/films]\n");
-  EXPECT_EQ(names_in(root), std::vector<std::string>{"my media"});
-  EXPECT_EQ(names_in(root + "/my media"), (std::vector<std::string>{"films", "my tunes"}));
+  EXPECT_EQ(names_in(root), Names{"my media"});
+  EXPECT_EQ(names_in(root + "/my media"), (Names{"films", "my tunes"}));
   EXPECT_EQ(mode(root + "/my media"), 0777U);
 }
 
@@ -115,8 +115,8 @@ TEST(RootLinks, EverySpecialCharacterReachesTheTreeAsItIs) {
     Appliance{}.remove(link_path);
     enabled({{name, name, name, name}});
     create_dfs_link();
-    EXPECT_EQ(names_in(root), std::vector<std::string>{name});
-    EXPECT_EQ(names_in(root + "/" + name), std::vector<std::string>{name});
+    EXPECT_EQ(names_in(root), Names{name});
+    EXPECT_EQ(names_in(root + "/" + name), Names{name});
     EXPECT_EQ(target(root + "/" + name + "/" + name), "msdfs:" + name + "\\" + name);
   }
 }
@@ -143,7 +143,7 @@ TEST(RootLinks, LettersOfEveryLanguageStandInTheTree) {
 TEST(RootLinks, OtherCharactersOfTheShellStayUnescaped) {
   EXPECT_EQ(shown_command({"srv1", "music", "a\\b\"c\"?", "media"}),
             "dfs link cmd [ln -s msdfs:srv1\\\\music /etc/dfsroot/media/a\\b\"c\"?]\n");
-  EXPECT_EQ(names_in(root + "/media"), std::vector<std::string>{"abc?"});
+  EXPECT_EQ(names_in(root + "/media"), Names{"abc?"});
 }
 
 TEST(RootLinks, TheWholeCommandFitsWhateverTheNames) {
@@ -151,16 +151,11 @@ TEST(RootLinks, TheWholeCommandFitsWhateverTheNames) {
   const std::string s(511, ' ');
   const std::string l(511, '(');
   const std::string g(511, ')');
-  const auto escaped = [](char character) {
-    std::string text;
-    for (int i = 0; i < 511; ++i) {
-      text += std::string("\\") + character;
-    }
-    return text;
-  };
-  EXPECT_EQ(shown_command({h, s, l, g}), "dfs link cmd [ln -s msdfs:" + escaped('$') + "\\\\" + escaped(' ') +
-                                             " /etc/dfsroot/" + escaped(')') + "/" + escaped('(') + "]\n");
-  EXPECT_EQ(names_in(root), std::vector<std::string>{});
+  const auto escaped_511_times = [](char character) { return repeated(std::string("\\") + character, 511); };
+  EXPECT_EQ(shown_command({h, s, l, g}), "dfs link cmd [ln -s msdfs:" + escaped_511_times('$') + "\\\\" +
+                                             escaped_511_times(' ') + " /etc/dfsroot/" +
+                                             escaped_511_times(')') + "/" + escaped_511_times('(') + "]\n");
+  EXPECT_EQ(names_in(root), Names{});
 }
 
 TEST(RootLinks, ALongTargetIsKeptWhole) {
@@ -180,8 +175,8 @@ TEST(RootLinks, TheOldTreeIsReplacedWhole) {
       .folder(root + "/gone/deep", 0700);
   enabled({tunes});
   create_dfs_link();
-  EXPECT_EQ(names_in(root), std::vector<std::string>{"media"});
-  EXPECT_EQ(names_in(root + "/media"), std::vector<std::string>{"tunes"});
+  EXPECT_EQ(names_in(root), Names{"media"});
+  EXPECT_EQ(names_in(root + "/media"), Names{"tunes"});
   EXPECT_EQ(target(root + "/media/tunes"), "msdfs:srv1\\music");
 }
 
@@ -189,7 +184,7 @@ TEST(RootLinks, AFileInPlaceOfTheRootIsReplaced) {
   Appliance{}.file(root, "no folder", 0600);
   enabled({tunes});
   create_dfs_link();
-  EXPECT_EQ(names_in(root), std::vector<std::string>{"media"});
+  EXPECT_EQ(names_in(root), Names{"media"});
 }
 
 TEST(RootLinks, DeletedLinksDisappearWithTheNextCall) {
@@ -198,13 +193,13 @@ TEST(RootLinks, DeletedLinksDisappearWithTheNextCall) {
   ASSERT_EQ(del_dfs_node("papers", "office"), 1U);
   EXPECT_TRUE(exists(root + "/office"));
   create_dfs_link();
-  EXPECT_EQ(names_in(root), std::vector<std::string>{"media"});
+  EXPECT_EQ(names_in(root), Names{"media"});
 }
 
 TEST(RootLinks, WithoutALinkFileTheTreeIsEmpty) {
   Appliance{}.config("/system_mgr/samba/dfs_enable", "1").file(root + "/media/file", "old");
   create_dfs_link();
-  EXPECT_EQ(names_in(root), std::vector<std::string>{});
+  EXPECT_EQ(names_in(root), Names{});
   EXPECT_EQ(mode(root), 0777U);
   EXPECT_FALSE(exists(link_path));
 }
@@ -212,7 +207,7 @@ TEST(RootLinks, WithoutALinkFileTheTreeIsEmpty) {
 TEST(RootLinks, WithABadLinkFileTheTreeIsEmpty) {
   Appliance{}.config("/system_mgr/samba/dfs_enable", "1").file(link_path, "<config><dfs><item>");
   create_dfs_link();
-  EXPECT_EQ(names_in(root), std::vector<std::string>{});
+  EXPECT_EQ(names_in(root), Names{});
   EXPECT_EQ(read_file(link_path), "<config><dfs><item>");
 }
 
@@ -220,21 +215,21 @@ TEST(RootLinks, AnEmptyCatalogueGivesAnEmptyTree) {
   Appliance{}.file(link_path, link_file({}));
   enabled({});
   create_dfs_link();
-  EXPECT_EQ(names_in(root), std::vector<std::string>{});
+  EXPECT_EQ(names_in(root), Names{});
 }
 
 TEST(RootLinks, AGroupWithoutLinksHasNoFolder) {
   ASSERT_EQ(add_dfs_group_node("empty"), 1U);
   enabled({tunes});
   create_dfs_link();
-  EXPECT_EQ(names_in(root), std::vector<std::string>{"media"});
+  EXPECT_EQ(names_in(root), Names{"media"});
 }
 
 TEST(RootLinks, TheGroupFileIsNotRead) {
   Appliance{}.file(group_path, group_file({"office"}));
   enabled({tunes});
   create_dfs_link();
-  EXPECT_EQ(names_in(root), std::vector<std::string>{"media"});
+  EXPECT_EQ(names_in(root), Names{"media"});
 }
 
 TEST(RootLinks, OfTwoLinksOfOneIdentityTheFirstWins) {
@@ -272,11 +267,8 @@ TEST(RootLinks, NothingHappensUnlessSwitchedOnWithOne) {
   for (const char *value : {"0", "2", "-1", "", "yes"}) {
     SCOPED_TRACE(value);
     Appliance{}.config("/system_mgr/samba/dfs_enable", value);
-    for (const int flag : {0, 1, 2}) {
-      smb_dbg_flag = flag;
-      EXPECT_EQ(output_of(create_dfs_link), "");
-    }
-    EXPECT_EQ(names_in(root), std::vector<std::string>{"old"});
+    expect_silence(create_dfs_link);
+    EXPECT_EQ(names_in(root), Names{"old"});
     EXPECT_EQ(read_file(root + "/old/file"), "old");
     EXPECT_EQ(transcript(), "");
   }
@@ -302,22 +294,15 @@ TEST(RootLinks, WhatTheListHeldBeforeIsNotPublished) {
   enabled({tunes});
   list_link(papers);
   create_dfs_link();
-  EXPECT_EQ(names_in(root), std::vector<std::string>{"media"});
+  EXPECT_EQ(names_in(root), Names{"media"});
 }
 
 TEST(RootLinks, TheLinksAreListedForAnyDebugFlagAndTheCommandsForOne) {
   enabled({tunes, papers});
-  const std::string listing = "DFS list :\n"
-                              "Name = srv1\nshare = music\nlocal = tunes\ngroup = media\n"
-                              "Name = srv3\nshare = docs\nlocal = papers\ngroup = office\n"
-                              "\n";
-  const std::string commands = "dfs link cmd [ln -s msdfs:srv1\\\\music /etc/dfsroot/media/tunes]\n"
-                               "dfs link cmd [ln -s msdfs:srv3\\\\docs /etc/dfsroot/office/papers]\n";
-  for (const int flag : {0, 1, 2}) {
-    SCOPED_TRACE(flag);
-    smb_dbg_flag = flag;
-    EXPECT_EQ(output_of(create_dfs_link), flag == 0 ? "" : flag == 1 ? listing + commands : listing);
-  }
+  const std::string listing = link_listing({tunes, papers});
+  expect_listing_and_trace(create_dfs_link, listing,
+                           listing + "dfs link cmd [ln -s msdfs:srv1\\\\music /etc/dfsroot/media/tunes]\n"
+                                     "dfs link cmd [ln -s msdfs:srv3\\\\docs /etc/dfsroot/office/papers]\n");
 }
 
 TEST(RootLinks, ACommandIsShownBeforeItRuns) {
@@ -348,7 +333,7 @@ TEST(RootLinks, AnOldTreeThatDoesNotGoIsNotBuiltOn) {
   machine.folder("/etc/victim").link("/etc/victim", root + "/media/tunes").command("rm");
   enabled({tunes});
   create_dfs_link();
-  EXPECT_EQ(names_in("/etc/victim"), std::vector<std::string>{});
+  EXPECT_EQ(names_in("/etc/victim"), Names{});
 }
 
 TEST(RootLinks, ARootThatIsMountedIsBuiltOn) {
@@ -359,7 +344,7 @@ TEST(RootLinks, ARootThatIsMountedIsBuiltOn) {
   Captured captured;
   create_dfs_link();
   captured.stop();
-  EXPECT_EQ(names_in(root + "/media"), std::vector<std::string>{"tunes"});
+  EXPECT_EQ(names_in(root + "/media"), Names{"tunes"});
   EXPECT_EQ(mode(root), 0777U);
 }
 

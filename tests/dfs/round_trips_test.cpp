@@ -4,6 +4,8 @@
 #include "nasshare/acl.h"
 
 #include <gtest/gtest.h>
+#include <string>
+#include <vector>
 
 namespace nasshare::tests {
 namespace {
@@ -64,7 +66,7 @@ TEST(RoundTrips, AnAddedLinkStaysWhatItWas) {
     EXPECT_EQ(read_file(link_path), link_file({{stored, stored, stored, stored}}));
     rewrite_ten_times();
     EXPECT_EQ(read_file(link_path), link_file({{stored, stored, stored, stored}}));
-    EXPECT_EQ(stored_links(), (std::vector<Link>{{value, value, value, value}}));
+    EXPECT_EQ(stored_links(), (Links{{value, value, value, value}}));
     EXPECT_EQ(chk_dfs_node_exist(v, v), 1U);
     EXPECT_EQ(add_dfs_node("srv1", "music", v, v), 0U);
     EXPECT_EQ(del_dfs_node(v, v), 1U);
@@ -138,7 +140,7 @@ TEST(RoundTrips, EscapedFieldsOfAHostProgramAreStoredOnce) {
   Insert_Name_Node("R&amp;B");
   write_DFS_group_xml();
   rewrite_ten_times();
-  EXPECT_EQ(stored_links(), (std::vector<Link>{{"a&b", "R&B", "R&B", "R&B"}}));
+  EXPECT_EQ(stored_links(), (Links{{"a&b", "R&B", "R&B", "R&B"}}));
   EXPECT_EQ(chk_dfs_group_exist("R&B"), 1U);
 }
 
