@@ -1,8 +1,10 @@
 // The configuration database: values, odd keys and values, and a file that is replaced whole or not at all.
-#include "../support/descriptor_limit.h"
 #include "appliance.h"
 #include "nasshare/platform.h"
 #include "output.h"
+#include "paths.h"
+#include "text.h"
+#include "unopenable.h"
 
 #include <cerrno>
 #include <climits>
@@ -20,7 +22,6 @@ namespace nasshare::tests {
 namespace {
 
 constexpr const char *folder = "/etc/NAS_CFG";
-constexpr const char *database = "/etc/NAS_CFG/config.xml";
 constexpr const char *workgroup = "/system_mgr/samba/workgroup";
 
 std::string value(const char *key, std::size_t width = 512) {
@@ -35,18 +36,12 @@ std::string stored_and_read(const std::string &text) {
 }
 
 void write_database(const std::string &text) {
-  Appliance{}.file(database, text);
+  Appliance{}.file(config_database, text);
 }
 
 int number(const std::string &text) {
   write_database("<config><hw_ver>" + text + "</hw_ver></config>");
   return xml_get_int("/hw_ver");
-}
-
-ino_t inode(const std::string &path) {
-  struct stat status {};
-  EXPECT_EQ(stat(path.c_str(), &status), 0);
-  return status.st_ino;
 }
 
 // ---- Reading
@@ -185,7 +180,7 @@ TEST(ConfigDatabase, ErrnoStaysAsItWasWhenTheDatabaseIsRead) {
     value("/hw_ver");
     EXPECT_EQ(errno, EDOM) << text;
   }
-  Appliance{}.remove(database);
+  Appliance{}.remove(config_database);
   errno = EDOM;
   xml_get_int("/hw_ver");
   EXPECT_EQ(errno, EDOM) << "no database";
@@ -206,19 +201,16 @@ TEST(ConfigDatabase, AKeyThatIsNoPathOfNamesStoresNothing) {
   write_database(before);
   for (const char *key : {"", "/", "a", "//a", "/a/", "/1", "/a b", "/x:a", "/<a>", "/a[1]", "/\xff"}) {
     xml_set_str(key, "new");
-    EXPECT_EQ(read_file(database), before) << key;
+    EXPECT_EQ(read_file(config_database), before) << key;
   }
 }
 
 TEST(ConfigDatabase, AKeyDeeperThanTheParserGoesStoresNothing) {
   xml_set_str("/hw_ver", "1");
-  const std::string before = read_file(database);
-  std::string key;
-  for (int depth = 0; depth < 300; ++depth) {
-    key += "/a";
-  }
+  const std::string before = read_file(config_database);
+  const std::string key = repeated("/a", 300);
   xml_set_str(key.c_str(), "x");
-  EXPECT_EQ(read_file(database), before);
+  EXPECT_EQ(read_file(config_database), before);
   EXPECT_EQ(xml_get_int("/hw_ver"), 1);
 }
 
@@ -233,14 +225,15 @@ TEST(ConfigDatabase, AVeryLongKeyIsAnOrdinaryKey) {
 TEST(ConfigDatabase, TheFirstValueMakesFolderFileAndElements) {
   Appliance{}.remove(folder);
   xml_set_str(workgroup, "HOME");
-  EXPECT_EQ(read_file(database), "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-                                 "<config>\n  <system_mgr>\n    <samba>\n      <workgroup>HOME</workgroup>\n"
-                                 "    </samba>\n  </system_mgr>\n</config>\n");
+  EXPECT_EQ(read_file(config_database),
+            "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+            "<config>\n  <system_mgr>\n    <samba>\n      <workgroup>HOME</workgroup>\n"
+            "    </samba>\n  </system_mgr>\n</config>\n");
 }
 
 TEST(ConfigDatabase, ANewFileIsItsOwnersAlone) {
   xml_set_str("/system_mgr/samba/ads_password", "secret");
-  EXPECT_EQ(mode(database), 0600U);
+  EXPECT_EQ(mode(config_database), 0600U);
 }
 
 TEST(ConfigDatabase, OtherValuesStay) {
@@ -257,12 +250,12 @@ TEST(ConfigDatabase, AValueIsReplacedAndCanBeEmpty) {
   EXPECT_EQ(stored_and_read("one"), "one");
   EXPECT_EQ(stored_and_read("two"), "two");
   EXPECT_EQ(stored_and_read(""), "");
-  EXPECT_NE(read_file(database).find("<workgroup/>"), std::string::npos);
+  EXPECT_NE(read_file(config_database).find("<workgroup/>"), std::string::npos);
 }
 
 TEST(ConfigDatabase, AnEmptyValueOfAnAbsentKeyIsStored) {
   xml_set_str("/system_mgr/samba/server_string", "");
-  EXPECT_NE(read_file(database).find("<server_string/>"), std::string::npos);
+  EXPECT_NE(read_file(config_database).find("<server_string/>"), std::string::npos);
 }
 
 TEST(ConfigDatabase, AValueAboveOtherKeysLeavesThem) {
@@ -289,8 +282,7 @@ TEST(ConfigDatabase, ALongValueComesBackWhole) {
 TEST(ConfigDatabase, AnEnormousValueIsStoredWholeOrNotAtAll) {
   for (const char character : {'x', '&'}) {
     xml_set_str(workgroup, "old");
-    std::string text;
-    text.resize(11000000, character);
+    const std::string text(11000000, character);
     const std::string after = stored_and_read(text);
     EXPECT_TRUE(after == text || after == "old") << after.size();
   }
@@ -298,12 +290,12 @@ TEST(ConfigDatabase, AnEnormousValueIsStoredWholeOrNotAtAll) {
 
 TEST(ConfigDatabase, ATextThatXmlCannotHoldLeavesTheOldValue) {
   xml_set_str(workgroup, "old");
-  const std::string before = read_file(database);
+  const std::string before = read_file(config_database);
   for (const char *text : {"\x01", "a\x1b[0m", "\x7f\x08", "\xff", "\xc3", "\xc3(", "\xc0\x80",
                            "\xed\xa0\x80", "\xef\xbf\xbe", "\xf5\x80\x80\x80", "end\xe2\x82"}) {
     const Captured captured;
     xml_set_str(workgroup, text);
-    EXPECT_EQ(read_file(database), before);
+    EXPECT_EQ(read_file(config_database), before);
   }
 }
 
@@ -311,10 +303,10 @@ TEST(ConfigDatabase, ATextThatXmlCannotHoldLeavesTheOldValue) {
 
 TEST(ConfigDatabase, AChangeReplacesTheFileInsteadOfWritingIntoIt) {
   xml_set_str(workgroup, "one");
-  const ino_t before = inode(database);
-  const int reader = open(database, O_RDONLY | O_CLOEXEC);
+  const ino_t before = inode(config_database);
+  const int reader = open(config_database, O_RDONLY | O_CLOEXEC);
   xml_set_str(workgroup, "two");
-  EXPECT_NE(inode(database), before);
+  EXPECT_NE(inode(config_database), before);
   char text[512] = {};
   EXPECT_GT(read(reader, text, sizeof text - 1), 0);
   EXPECT_NE(std::string(text).find("<workgroup>one</workgroup>"), std::string::npos);
@@ -323,40 +315,40 @@ TEST(ConfigDatabase, AChangeReplacesTheFileInsteadOfWritingIntoIt) {
 
 TEST(ConfigDatabase, AnUnchangedValueWritesNothing) {
   xml_set_str(workgroup, "one");
-  const ino_t before = inode(database);
+  const ino_t before = inode(config_database);
   xml_set_str(workgroup, "one");
-  EXPECT_EQ(inode(database), before);
+  EXPECT_EQ(inode(config_database), before);
 }
 
 TEST(ConfigDatabase, TheFileKeepsItsModeAndOwner) {
   write_database("<config/>");
-  ASSERT_EQ(chmod(database, 0640), 0);
-  ASSERT_EQ(chown(database, 1000, 500), 0);
+  ASSERT_EQ(chmod(config_database, 0640), 0);
+  ASSERT_EQ(chown(config_database, 1000, 500), 0);
   xml_set_str(workgroup, "HOME");
   EXPECT_EQ(value(workgroup), "HOME");
-  EXPECT_EQ(mode(database), 0640U);
-  EXPECT_EQ(owner(database), 1000U);
+  EXPECT_EQ(mode(config_database), 0640U);
+  EXPECT_EQ(owner(config_database), 1000U);
 }
 
 TEST(ConfigDatabase, NothingIsLeftBesideTheFile) {
   xml_set_str(workgroup, "HOME");
-  EXPECT_EQ(names_in(folder), std::vector<std::string>{"config.xml"});
+  EXPECT_EQ(names_in(folder), Names{"config.xml"});
 }
 
 TEST(ConfigDatabase, WhatAPowerCutLeftBesideTheFileIsNoHindrance) {
   Appliance{}.file("/etc/NAS_CFG/config.xml.new", "<config><half");
   EXPECT_EQ(stored_and_read("HOME"), "HOME");
-  EXPECT_EQ(names_in(folder), std::vector<std::string>{"config.xml"});
+  EXPECT_EQ(names_in(folder), Names{"config.xml"});
 }
 
 TEST(ConfigDatabase, OnAFullDiskTheOldFileStands) {
   ASSERT_EQ(mount("tmpfs", folder, "tmpfs", 0, "size=16k"), 0);
   xml_set_str(workgroup, "old");
-  const std::string before = read_file(database);
+  const std::string before = read_file(config_database);
   const std::string text(100000, 'x');
   xml_set_str(workgroup, text.c_str());
-  EXPECT_EQ(read_file(database), before);
-  EXPECT_EQ(names_in(folder), std::vector<std::string>{"config.xml"});
+  EXPECT_EQ(read_file(config_database), before);
+  EXPECT_EQ(names_in(folder), Names{"config.xml"});
 }
 
 TEST(ConfigDatabase, OnAReadOnlyDiskTheOldFileStands) {
@@ -403,7 +395,7 @@ TEST_P(BrokenDatabase, EveryKeyIsAbsentWithoutAWord) {
   EXPECT_EQ(xml_get_int("/a"), 0);
   EXPECT_EQ(captured.err(), "");
   EXPECT_EQ(captured.out(), "");
-  EXPECT_EQ(read_file(database), GetParam());
+  EXPECT_EQ(read_file(config_database), GetParam());
 }
 
 TEST_P(BrokenDatabase, AChangeKeepsItAsideAndBeginsANewOne) {
@@ -430,9 +422,9 @@ TEST(ConfigDatabase, AnEmptyFileIsAnEmptyDatabase) {
 }
 
 TEST(ConfigDatabase, AFolderInPlaceOfTheFileIsLeftAlone) {
-  Appliance{}.folder(database);
+  Appliance{}.folder(config_database);
   EXPECT_EQ(stored_and_read("HOME"), "");
-  EXPECT_EQ(names_in(folder), std::vector<std::string>{"config.xml"});
+  EXPECT_EQ(names_in(folder), Names{"config.xml"});
 }
 
 TEST(ConfigDatabase, NoFileIsFetchedThatTheDatabaseNames) {

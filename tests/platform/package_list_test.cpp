@@ -2,7 +2,9 @@
 #include "appliance.h"
 #include "nasshare/platform.h"
 #include "output.h"
+#include "xml.h"
 
+#include <cstdint>
 #include <gtest/gtest.h>
 #include <string>
 #include <utility>
@@ -14,7 +16,7 @@ namespace {
 using Packages = std::vector<std::pair<std::string, std::string>>;
 
 std::string package(const std::string &name, const std::string &path) {
-  return "  <package>\n    <name>" + name + "</name>\n    <path>" + path + "</path>\n  </package>\n";
+  return element_around(1, "package", element_line(2, "name", name) + element_line(2, "path", path));
 }
 
 void write_packages(const std::string &packages) {

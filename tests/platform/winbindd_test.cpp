@@ -1,23 +1,13 @@
 // The command winbindd in front of the stock one, and what "smb stop" does with the helpers that it leaves.
 #include "appliance.h"
-#include "output.h"
+#include "paths.h"
+#include "service_commands.h"
 
 #include <gtest/gtest.h>
 #include <string>
-#include <unistd.h>
 
 namespace nasshare::tests {
 namespace {
-
-const std::string commands = PROJECT_FOLDER "/platform/commands";
-constexpr const char *smb_conf = "/etc/samba/smb.conf";
-
-Ended shell(const std::string &line) {
-  return run_to_exit([&line] {
-    execl("/bin/sh", "sh", "-c", line.c_str(), nullptr);
-    _exit(127);
-  });
-}
 
 class Winbindd : public testing::Test {
 protected:
@@ -30,7 +20,7 @@ protected:
                   .status,
               0);
   }
-  static bool lives(const std::string &program) {
+  static bool is_alive(const std::string &program) {
     return shell("grep -q . /proc/$(cat " + program + ".pid)/cmdline").status == 0;
   }
 
@@ -39,7 +29,7 @@ protected:
 
 TEST_F(Winbindd, GetsTheDerivedFileAndItsMark) {
   machine_.script("winbindd", "echo mark=$NASSHARE_WINBINDD; cat /run/samba/smbd.conf");
-  const Ended ended = shell(commands + "/winbindd");
+  const Ended ended = command("winbindd");
   EXPECT_EQ(ended.status, 0) << ended.err;
   EXPECT_EQ(ended.out, "mark=yes\n[global]\npassdb backend = smbpasswd\nusershare max shares = 0\n"
                        "security = ads\n[Music]\n");
@@ -49,7 +39,7 @@ TEST_F(Winbindd, GetsTheDerivedFileAndItsMark) {
 
 TEST_F(Winbindd, HandsItsArgumentsAndTheStatusOn) {
   machine_.command("winbindd", "", 7);
-  EXPECT_EQ(shell(commands + "/winbindd -F --no-process-group").status, 7);
+  EXPECT_EQ(command("winbindd -F --no-process-group").status, 7);
   EXPECT_EQ(transcript(),
             "testparm -s /run/samba/smbd.conf.new\nwinbindd -s /run/samba/smbd.conf -F --no-process-group\n");
 }
@@ -62,13 +52,13 @@ TEST_F(Winbindd, IsFoundThoughItComesFirstOnTheSearchPath) {
 
 TEST_F(Winbindd, LeavesNoScratchFileBehind) {
   machine_.command("winbindd");
-  shell(commands + "/winbindd");
-  EXPECT_EQ(names_in("/run/samba"), std::vector<std::string>{"smbd.conf"});
+  command("winbindd");
+  EXPECT_EQ(names_in("/run/samba"), Names{"smbd.conf"});
 }
 
 TEST_F(Winbindd, DoesNotStartWithAFileThatSambaRefuses) {
   machine_.command("winbindd").command("testparm", "", 1);
-  const Ended ended = shell(commands + "/winbindd");
+  const Ended ended = command("winbindd");
   EXPECT_EQ(ended.status, 1);
   EXPECT_EQ(ended.err,
             "winbindd: Samba cannot take /etc/samba/smb.conf (see testparm /etc/samba/smb.conf)\n");
@@ -85,9 +75,9 @@ TEST_F(Winbindd, WithoutTheStockOneItSaysSo) {
 TEST_F(Winbindd, SmbStopEndsTheHelpersOfWinbinddOnly) {
   ASSERT_NO_FATAL_FAILURE(start_marked("/tmp/winbindd"));
   ASSERT_NO_FATAL_FAILURE(start_marked("/tmp/rpcd_lsad"));
-  EXPECT_EQ(shell(commands + "/smb stop").status, 0);
-  EXPECT_TRUE(lives("/tmp/winbindd"));
-  EXPECT_FALSE(lives("/tmp/rpcd_lsad"));
+  EXPECT_EQ(command("smb stop").status, 0);
+  EXPECT_TRUE(is_alive("/tmp/winbindd"));
+  EXPECT_FALSE(is_alive("/tmp/rpcd_lsad"));
   shell("kill $(cat /tmp/winbindd.pid)");
 }
 
