@@ -1,5 +1,11 @@
 // nasshare permit: one account's permissions carried into several shares.
 #include "nasshare_cli.h"
+#include "paths.h"
+
+#include <gtest/gtest.h>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace nasshare::tests {
 namespace {
@@ -31,9 +37,9 @@ TEST_F(Permit, ChangesSeveralSharesAndStoresThemOnEveryVolume) {
   EXPECT_EQ(lists("Music"), "bob | alice | nobody");
   EXPECT_EQ(lists("Docs"), " | @staff | nobody,alice");
   EXPECT_EQ(lists("Photos"), "bob |  | nobody");
-  const std::string stored = read_file("/mnt/HD_a4/.systemfile/.smb.xml");
+  const std::string stored = read_file(first_share_file);
   EXPECT_NE(stored.find("#alice#"), std::string::npos);
-  EXPECT_EQ(stored, read_file("/mnt/HD_b4/.systemfile/.smb.xml"));
+  EXPECT_EQ(stored, read_file(second_share_file));
 }
 
 TEST_F(Permit, HasTheServiceTakeTheChangeOnce) {

@@ -1,12 +1,14 @@
 // nasshare dfs, dfs-group and dfs-tree.
+#include "dfs_files.h"
 #include "nasshare_cli.h"
 
 #include <filesystem>
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
 
 namespace nasshare::tests {
 namespace {
-
-constexpr const char *link_file = "/etc/NAS_CFG/smbdfs.xml";
 
 // A group "media" with the link "tunes".
 class Dfs : public testing::Test {
@@ -82,7 +84,7 @@ TEST_F(Dfs, WhatIsNotThereIsRefused) {
 }
 
 TEST_F(Dfs, CharactersThatTheTreeCannotHoldAreRefused) {
-  const std::string before = read_file(link_file);
+  const std::string before = read_file(link_path);
   for (const char character : std::string("\"\\|<>*?!~/")) {
     const std::string bad = std::string("a") + character + "b";
     const std::string reason = std::string(" cannot hold \"") + character + "\"";
@@ -97,7 +99,7 @@ TEST_F(Dfs, CharactersThatTheTreeCannotHoldAreRefused) {
                  "the link's name holds a line end or another control character");
   expect_refusal({"dfs", "add", "media", "..", "srv1", "music"}, "the link's name cannot be \"..\"");
   expect_refusal({"dfs", "add", "media", "x", "", "music"}, "the host is empty");
-  EXPECT_EQ(read_file(link_file), before);
+  EXPECT_EQ(read_file(link_path), before);
 }
 
 TEST_F(Dfs, ANameThatDoesNotFitIsRefused) {
@@ -150,7 +152,7 @@ TEST_F(Dfs, TheTreeHoldsALinkPerEntry) {
   machine_.config("/system_mgr/samba/dfs_enable", "1");
   succeed({"dfs", "add", "media", "my films", "srv2", "films $1"});
   succeed({"dfs-tree"});
-  EXPECT_EQ(names_in("/etc/dfsroot/media"), (std::vector<std::string>{"my films", "tunes"}));
+  EXPECT_EQ(names_in("/etc/dfsroot/media"), (Names{"my films", "tunes"}));
   EXPECT_EQ(std::filesystem::read_symlink("/etc/dfsroot/media/tunes"), "msdfs:srv1\\music");
   EXPECT_EQ(std::filesystem::read_symlink("/etc/dfsroot/media/my films"), "msdfs:srv2\\films $1");
 }

@@ -3,15 +3,17 @@
 
 #include "appliance.h"
 #include "output.h"
+#include "text.h"
 
 #include <gtest/gtest.h>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace nasshare::tests {
 
-constexpr int refused = 1;
-constexpr int wrong_usage = 2;
+inline constexpr int refused = 1;
+inline constexpr int wrong_usage = 2;
 
 inline Ended nasshare(std::vector<std::string> words) {
   words.insert(words.begin(), NASSHARE_CLI);
@@ -60,12 +62,8 @@ protected:
   static std::string shown(const std::string &share, const std::string &row) {
     const Ended ended = nasshare({"show", share});
     EXPECT_EQ(ended.status, 0) << ended.err;
-    const std::size_t start = ended.out.find("\n" + row + " ");
-    if (start == std::string::npos) {
-      return "no row " + row;
-    }
-    const std::size_t value = start + 14;
-    return ended.out.substr(value, ended.out.find('\n', start + 1) - value);
+    const Names lines = lines_beginning(ended.out, row + " ");
+    return lines.empty() ? "no row " + row : lines.front().substr(std::string_view("map-archive  ").size());
   }
 
   Appliance machine_;

@@ -1,6 +1,9 @@
 // The command line of nasshare itself: usage, options, help and debug output.
 #include "nasshare_cli.h"
 
+#include <string>
+#include <vector>
+
 namespace nasshare::tests {
 namespace {
 

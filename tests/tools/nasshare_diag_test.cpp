@@ -1,17 +1,20 @@
 // nasshare-diag, run as a program.
-#include "../ads/domain_settings.h"
 #include "appliance.h"
+#include "dfs_files.h"
+#include "domain.h"
 #include "nasshare/catalogue.h"
 #include "nasshare/support.h"
 #include "output.h"
+#include "paths.h"
 #include "share.h"
 
 #include <gtest/gtest.h>
+#include <ostream>
+#include <string>
+#include <vector>
 
 namespace nasshare::tests {
 namespace {
-
-constexpr const char *first_file = "/mnt/HD_a4/.systemfile/.smb.xml";
 
 constexpr const char *debug_mode = "OPEN DEBUG MODE!!\n";
 
@@ -24,26 +27,19 @@ constexpr const char *tokenizer_test = "test_str=[#roy#,#@gr oup#,#abc#,#aaa#,#b
                                        "@-[ccc]\n"
                                        "@-[amy]\n";
 
-Share stored(const char *name, const std::string &path) {
-  return Share{name}
-      .path(path)
-      .browseable("yes")
-      .public_("yes")
-      .oplocks("no")
-      .map_archive("no")
-      .everyone()
-      .on_disk("WD-TESTDISK0001");
+// As the driver's own shares are stored.
+Share stored(const std::string &name) {
+  return stored_share(name).oplocks("no").everyone();
 }
 
 Share music() {
-  return stored("Music", "/mnt/HD/HD_a2/Music").oplocks("yes");
+  return stored("Music").oplocks("yes");
 }
 
 Appliance one_share() {
   return Appliance::single_disks()
       .config("/system_mgr/samba/netbios_name", "ATTIC")
-      .shares("/mnt/HD_a4", share_xml({music()}))
-      .shares("/mnt/HD_b4", share_xml({music()}));
+      .shares(share_xml({music()}));
 }
 
 // Standard output of a run, which has to end well and complain of nothing.
@@ -128,9 +124,10 @@ TEST(Diag, AddsAShareWithSpecialCharacters) {
   one_share().folder("/mnt/HD/HD_a2/~`!@#$^&()_-+=',.a");
   EXPECT_EQ(diag({"-a"}), "");
   EXPECT_EQ(
-      read_file(first_file),
+      read_file(first_share_file),
       share_xml(
-          {music(), stored("~`!@#$^&()_-',.a", "/mnt/HD/HD_a2/~`!@#$^&()_-+=',.a").comment("it is test 1")}));
+          {music(),
+           stored("~`!@#$^&()_-',.a").path("/mnt/HD/HD_a2/~`!@#$^&()_-+=',.a").comment("it is test 1")}));
   EXPECT_EQ(transcript(), "smbcom\n");
   EXPECT_EQ(chk_share("~`!@#$^&()_-',.a"), 0);
 }
@@ -138,16 +135,15 @@ TEST(Diag, AddsAShareWithSpecialCharacters) {
 TEST(Diag, AddsTheShareOfFourteenR) {
   one_share().folder("/mnt/HD/HD_a2/recycle");
   EXPECT_EQ(diag({"-r"}), "");
-  EXPECT_EQ(
-      read_file(first_file),
-      share_xml({music(), stored("RRRRRRRRRRRRRR", "/mnt/HD/HD_a2/recycle").comment("it is test RRRRRR")}));
+  EXPECT_EQ(read_file(first_share_file),
+            share_xml({music(),
+                       stored("RRRRRRRRRRRRRR").path("/mnt/HD/HD_a2/recycle").comment("it is test RRRRRR")}));
 }
 
 TEST(Diag, AddsTheShareTest) {
   one_share().folder("/mnt/HD/HD_a2/test");
   EXPECT_EQ(diag({"-x"}), "");
-  EXPECT_EQ(read_file(first_file),
-            share_xml({music(), stored("test", "/mnt/HD/HD_a2/test").comment("it is a test")}));
+  EXPECT_EQ(read_file(first_share_file), share_xml({music(), stored("test").comment("it is a test")}));
 }
 
 TEST(Diag, AddsNothingWhereTheFolderIsMissing) {
@@ -157,38 +153,37 @@ TEST(Diag, AddsNothingWhereTheFolderIsMissing) {
                                             "input data error! [/mnt/HD/HD_a2/~`!@#$^&()_-+=',.a]\n"
                                             "input data error! [/mnt/HD/HD_a2/recycle]\n"
                                             "input data error! [/mnt/HD/HD_a2/test]\n");
-  EXPECT_EQ(read_file(first_file), share_xml({music()}));
+  EXPECT_EQ(read_file(first_share_file), share_xml({music()}));
   EXPECT_EQ(transcript(), "");
 }
 
 TEST(Diag, AddsAShareOnlyOnce) {
   one_share().folder("/mnt/HD/HD_a2/test");
   EXPECT_EQ(diag({"-x", "-x"}), "");
-  EXPECT_EQ(read_file(first_file),
-            share_xml({music(), stored("test", "/mnt/HD/HD_a2/test").comment("it is a test")}));
+  EXPECT_EQ(read_file(first_share_file), share_xml({music(), stored("test").comment("it is a test")}));
   EXPECT_EQ(transcript(), "smbcom\n");
 }
 
 TEST(Diag, AddsSeveralSharesInOrder) {
   one_share().folder("/mnt/HD/HD_a2/test").folder("/mnt/HD/HD_a2/recycle");
   EXPECT_EQ(diag({"-xr"}), "");
-  EXPECT_EQ(read_file(first_file),
-            share_xml({music(), stored("test", "/mnt/HD/HD_a2/test").comment("it is a test"),
-                       stored("RRRRRRRRRRRRRR", "/mnt/HD/HD_a2/recycle").comment("it is test RRRRRR")}));
+  EXPECT_EQ(read_file(first_share_file),
+            share_xml({music(), stored("test").comment("it is a test"),
+                       stored("RRRRRRRRRRRRRR").path("/mnt/HD/HD_a2/recycle").comment("it is test RRRRRR")}));
 }
 
 TEST(Diag, DeletesTheShareTestTest) {
-  one_share().shares("/mnt/HD_a4", share_xml({stored("test test", "/mnt/HD/HD_a2/tt"), music(),
-                                              stored("test", "/mnt/HD/HD_a2/test")}));
+  one_share().shares("/mnt/HD_a4",
+                     share_xml({stored("test test").path("/mnt/HD/HD_a2/tt"), music(), stored("test")}));
   EXPECT_EQ(diag({"-b"}), "");
-  EXPECT_EQ(read_file(first_file), share_xml({music(), stored("test", "/mnt/HD/HD_a2/test")}));
+  EXPECT_EQ(read_file(first_share_file), share_xml({music(), stored("test")}));
   EXPECT_EQ(transcript(), "smbcom\n");
 }
 
 TEST(Diag, DeletesNothingWhereThereIsNone) {
   one_share();
   EXPECT_EQ(diag({"-b"}), "");
-  EXPECT_EQ(read_file(first_file), share_xml({music()}));
+  EXPECT_EQ(read_file(first_share_file), share_xml({music()}));
   const std::string text = diag({"-d", "-b"});
   const std::string end = "not find test test\n";
   ASSERT_GE(text.size(), end.size());
@@ -218,17 +213,15 @@ TEST(Diag, AnAbsentVolumeOrDiskEndsItAtOnce) {
 // Volume_1 is open to everyone, Volume_2 to alice; there is no Volume_3.
 Appliance two_volume_shares() {
   const std::vector<Share> shares{
-      stored("Volume_1", "/mnt/HD/HD_a2"),
-      stored("Volume_2", "/mnt/HD/HD_b2").on_disk("WD-TESTDISK0002").write("#alice#").deny("#nobody#")};
-  return one_share()
-      .shares("/mnt/HD_a4", share_xml(shares))
-      .shares("/mnt/HD_b4", share_xml(shares))
-      .user("z700", 1003, 500);
+      stored("Volume_1").path("/mnt/HD/HD_a2"),
+      stored("Volume_2").path("/mnt/HD/HD_b2").on_disk("WD-TESTDISK0002").write("#alice#").deny("#nobody#")};
+  return one_share().shares(share_xml(shares)).user("z700", 1003, 500);
 }
 
 std::string two_volume_shares_once_changed(const char *denied) {
-  return share_xml({stored("Volume_1", "/mnt/HD/HD_a2").write("#alice#,#bob#,#carol#").deny(denied),
-                    stored("Volume_2", "/mnt/HD/HD_b2")
+  return share_xml({stored("Volume_1").path("/mnt/HD/HD_a2").write("#alice#,#bob#,#carol#").deny(denied),
+                    stored("Volume_2")
+                        .path("/mnt/HD/HD_b2")
                         .on_disk("WD-TESTDISK0002")
                         .write("#alice#,#z700#")
                         .deny("#nobody#")});
@@ -255,8 +248,8 @@ std::string loading_output() {
 TEST(Diag, ChangesTheTestAccountOnEveryVolume) {
   two_volume_shares();
   EXPECT_EQ(diag({"-c"}), "");
-  EXPECT_EQ(read_file(first_file), two_volume_shares_once_changed("#z700#"));
-  EXPECT_EQ(read_file("/mnt/HD_b4/.systemfile/.smb.xml"), two_volume_shares_once_changed("#z700#"));
+  EXPECT_EQ(read_file(first_share_file), two_volume_shares_once_changed("#z700#"));
+  EXPECT_EQ(read_file(second_share_file), two_volume_shares_once_changed("#z700#"));
   EXPECT_EQ(transcript(), "smbcom\n");
 }
 
@@ -270,43 +263,25 @@ TEST(Diag, ShowsTheAccountChangesInDebugMode) {
 TEST(Diag, ChangesTheTestAccountAsOftenAsItIsAsked) {
   two_volume_shares();
   EXPECT_EQ(diag({"-c", "-c"}), "");
-  EXPECT_EQ(read_file(first_file), two_volume_shares_once_changed("#nobody#,#z700#"));
+  EXPECT_EQ(read_file(first_share_file), two_volume_shares_once_changed("#nobody#,#z700#"));
   EXPECT_EQ(transcript(), "smbcom\nsmbcom\n");
 }
 
 TEST(Diag, ChangesNoShareWhereThereIsNoneOfTheNames) {
   one_share();
   EXPECT_EQ(diag({"-c"}), "");
-  EXPECT_EQ(read_file(first_file), share_xml({music()}));
+  EXPECT_EQ(read_file(first_share_file), share_xml({music()}));
   EXPECT_EQ(transcript(), "smbcom\n");
 }
 
 // ---- Option s: join the configured domain
 
-Appliance domain_member(const std::string &join_output = "", const std::string &ticket_output = "") {
-  Appliance machine;
-  configure_domain(machine);
-  for (const char *name : {"pidof", "samba_tmpfs.sh", "winbindd", "wbinfo", "smbcmd"}) {
-    machine.command(name);
-  }
-  machine.command("net", join_output).command("kinit", ticket_output).file("/etc/samba/smb.conf", "");
-  return machine;
+Appliance domain_member_answered(const std::string &join_output = "", const std::string &ticket_output = "") {
+  return domain_member().command("net", join_output).command("kinit", ticket_output);
 }
 
-constexpr const char *steps_to_the_join = "smbcv\n"
-                                          "smbcom -g\n"
-                                          "pidof winbindd\n"
-                                          "smb stop\n"
-                                          "samba_tmpfs.sh 1\n"
-                                          "smb start\n"
-                                          "net ads join -U Administrator%secret\n";
-
-constexpr const char *join_command = "ads join cmd : [net ads join -U 'Administrator%secret' 2>&1]\n";
-
-constexpr const char *ticket_command = "kinit : [echo 'secret' | kinit 'Administrator@CORP.LAN' 2>&1]\n";
-
 TEST(Diag, JoinsTheConfiguredDomain) {
-  domain_member(recording("domain/net-ads-join-ok.stdout"), recording("domain/kinit-ok.stdout"));
+  domain_member_answered(recording("domain/net-ads-join-ok.stdout"), recording("domain/kinit-ok.stdout"));
   EXPECT_EQ(diag({"-s"}), "");
   EXPECT_EQ(transcript(), std::string(steps_to_the_join) + "kinit Administrator@CORP.LAN\n"
                                                            "winbindd\n"
@@ -318,24 +293,24 @@ TEST(Diag, JoinsTheConfiguredDomain) {
 }
 
 TEST(Diag, ShowsTheJoinInDebugMode) {
-  domain_member(recording("domain/net-ads-join-ok.stdout"), recording("domain/kinit-ok.stdout"));
-  EXPECT_EQ(diag({"-ds"}), std::string(debug_mode) + join_command + ticket_command);
+  domain_member_answered(recording("domain/net-ads-join-ok.stdout"), recording("domain/kinit-ok.stdout"));
+  EXPECT_EQ(diag({"-ds"}), std::string(debug_mode) + join_echo + ticket_echo);
 }
 
 TEST(Diag, ShowsAFailedJoinInDebugModeAndEndsWellAllTheSame) {
-  domain_member("Failed to join domain: failed to find DC\n");
+  domain_member_answered("Failed to join domain: failed to find DC\n");
   EXPECT_EQ(diag({"-d", "-s", "-f"}),
-            std::string(debug_mode) + join_command + "ADS_JOIN_ERROR : [55]\n" + tokenizer_test);
+            std::string(debug_mode) + join_echo + "ADS_JOIN_ERROR : [55]\n" + tokenizer_test);
   EXPECT_EQ(transcript(), steps_to_the_join);
 }
 
 TEST(Diag, ShowsARefusedTicketInDebugMode) {
-  domain_member("", "Clock skew too great\n");
-  EXPECT_EQ(diag({"-Ds"}), std::string(debug_mode) + join_command + ticket_command + "KINIT_ERROR : [101]\n");
+  domain_member_answered("", "Clock skew too great\n");
+  EXPECT_EQ(diag({"-Ds"}), std::string(debug_mode) + join_echo + ticket_echo + "KINIT_ERROR : [101]\n");
 }
 
 TEST(Diag, JoinsNothingOutsideADomain) {
-  domain_member().config("/system_mgr/samba/ads_enable", "0");
+  domain_member_answered().config("/system_mgr/samba/ads_enable", "0");
   const std::string nsswitch = read_file("/etc/nsswitch.conf");
   EXPECT_EQ(diag({"-s"}), "");
   EXPECT_EQ(transcript(), "");
@@ -345,24 +320,16 @@ TEST(Diag, JoinsNothingOutsideADomain) {
 
 // ---- Option t: the DFS group
 
-constexpr const char *group_file = "/etc/NAS_CFG/smbdfs_group.xml";
 constexpr const char *group_name = "[~!@#$%^&avc]\n";
 constexpr const char *group_test = "[~!@#$%^&avc]\ntrue\n";
 
 // The escaped name is the group's name, and is escaped once more in the file.
-constexpr const char *stored_group = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-                                     "<config>\n"
-                                     "  <dfs>\n"
-                                     "    <item>\n"
-                                     "      <group>~!@#$%^&amp;amp;avc</group>\n"
-                                     "    </item>\n"
-                                     "  </dfs>\n"
-                                     "</config>\n";
+const std::string stored_group = group_file({"~!@#$%^&amp;amp;avc"});
 
 TEST(Diag, AddsTheTestGroup) {
   Appliance{};
   EXPECT_EQ(diag({"-t"}), group_test);
-  EXPECT_EQ(read_file(group_file), stored_group);
+  EXPECT_EQ(read_file(group_path), stored_group);
   EXPECT_EQ(transcript(), "");
 }
 
@@ -370,7 +337,7 @@ TEST(Diag, FindsTheTestGroupThatIsThereAlready) {
   Appliance{};
   EXPECT_EQ(diag({"-t", "-d", "-t"}), std::string(group_test) + debug_mode + group_test);
   EXPECT_EQ(diag({"-t"}), group_test);
-  EXPECT_EQ(read_file(group_file), stored_group);
+  EXPECT_EQ(read_file(group_path), stored_group);
 }
 
 TEST(Diag, SaysNothingOfAGroupThatCannotBeStored) {
@@ -406,11 +373,11 @@ class DiagOrder : public testing::TestWithParam<Order> {};
 TEST_P(DiagOrder, MakesNoDifferenceToWhatIsDone) {
   busy_machine();
   EXPECT_EQ(diag(GetParam().options), GetParam().output);
-  EXPECT_EQ(read_file(group_file), stored_group);
+  EXPECT_EQ(read_file(group_path), stored_group);
   for (const char *name : {"test", "RRRRRRRRRRRRRR", "~`!@#$^&()_-',.a"}) {
     EXPECT_EQ(chk_share(name), 0) << name;
   }
-  EXPECT_NE(read_file(first_file).find("#z700#</invalid_users>"), std::string::npos);
+  EXPECT_NE(read_file(first_share_file).find("#z700#</invalid_users>"), std::string::npos);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -445,7 +412,7 @@ TEST(Diag, ActsOnWhatTheOptionsBeforeLeft) {
 TEST(Diag, TakesNoOptionBehindADoubleDash) {
   Appliance{};
   EXPECT_EQ(diag({"-f", "--", "-t"}), tokenizer_test);
-  EXPECT_FALSE(exists(group_file));
+  EXPECT_FALSE(exists(group_path));
 }
 
 } // namespace

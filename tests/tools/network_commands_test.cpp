@@ -1,8 +1,11 @@
 // nasshare browse, join and leave.
-#include "../ads/domain_settings.h"
+#include "domain.h"
 #include "nasshare_cli.h"
+#include "paths.h"
 
+#include <string>
 #include <sys/mount.h>
+#include <utility>
 
 namespace nasshare::tests {
 namespace {
@@ -47,18 +50,9 @@ TEST(Browse, WhatIsNoHostNeverReachesTheShell) {
 
 // ---- join, leave
 
-// A domain member whose commands all succeed.
 class Domain : public testing::Test {
 protected:
-  Domain() {
-    for (const char *name : {"net", "kinit", "winbindd", "wbinfo", "smbcmd", "samba_tmpfs.sh"}) {
-      machine_.command(name);
-    }
-    machine_.command("pidof", "", 1).file("/etc/samba/smb.conf", "[ global ]\n");
-    configure_domain(machine_);
-  }
-
-  Appliance machine_;
+  Appliance machine_ = domain_member();
 };
 
 TEST_F(Domain, JoinSaysThatItIsDone) {
@@ -100,7 +94,7 @@ TEST_F(Domain, JoinSaysWhatTheTicketFailedOf) {
 }
 
 TEST_F(Domain, JoinNeedsDomainModeAndTheFiles) {
-  machine_.remove("/etc/samba/smb.conf");
+  machine_.remove(smb_conf);
   expect_refusal({"join"}, "0: a configuration file is missing after it was written");
   machine_.config("/system_mgr/samba/ads_enable", "0");
   expect_refusal({"join"}, "2: domain mode is not enabled in the configuration");

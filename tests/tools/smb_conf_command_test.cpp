@@ -1,11 +1,11 @@
 // nasshare smb-conf: the shares that it publishes besides the catalogue's, and the DFS tree.
-#include "../special/iso_catalogue.h"
-#include "files.h"
+#include "iso_catalogue.h"
 #include "nasshare_cli.h"
+#include "paths.h"
+#include "running_program.h"
 
-#include <csignal>
 #include <filesystem>
-#include <sys/wait.h>
+#include <string>
 
 namespace nasshare::tests {
 namespace {
@@ -16,7 +16,7 @@ protected:
   static std::string section(const std::string &share) {
     const Ended ended = nasshare({"smb-conf"});
     EXPECT_EQ(ended.status, 0) << ended.err;
-    const std::string text = read_file("/etc/samba/smb.conf");
+    const std::string text = read_file(smb_conf);
     const std::size_t start = text.find("[ " + share + " ]\n");
     return start == std::string::npos ? "none" : text.substr(start, text.find("\n\n", start) + 1 - start);
   }
@@ -27,7 +27,7 @@ TEST_F(SmbConf, WritesTheFile) {
   const Ended ended = nasshare({"smb-conf"});
   EXPECT_EQ(ended.status, 0);
   EXPECT_EQ(ended.out + ended.err, "");
-  EXPECT_NE(read_file("/etc/samba/smb.conf").find("[ Music ]\ncomment = \npath = /mnt/HD/HD_a2/music\n"),
+  EXPECT_NE(read_file(smb_conf).find("[ Music ]\ncomment = \npath = /mnt/HD/HD_a2/music\n"),
             std::string::npos);
 }
 
@@ -40,7 +40,7 @@ TEST_F(SmbConf, TurnsOplocksOffForAnotherFileService) {
   add({"Music", "/mnt/HD/HD_a2/music"});
   machine_.config("/system_mgr/afp/enable", "1");
   EXPECT_EQ(nasshare({"smb-conf"}).status, 0);
-  EXPECT_NE(read_file("/etc/samba/smb.conf").find("\noplocks = no\n"), std::string::npos);
+  EXPECT_NE(read_file(smb_conf).find("\noplocks = no\n"), std::string::npos);
 }
 
 // ---- Automatic shares
@@ -65,11 +65,8 @@ TEST_F(SmbConf, HoldsTheFolderOfAnInstalledAmuleWhileTheAddOnServiceRuns) {
   machine_.file("/etc/NAS_CFG/packages.xml",
                 "<packages><package><name>aMule</name><path>/mnt/HD/HD_b2/aMule</path></package></packages>");
   EXPECT_EQ(section("aMule"), "none");
-  std::filesystem::copy_file("/bin/sleep", "/tmp/modx");
-  const pid_t service = files::start("/tmp/modx", {"modx", "60"});
+  const RunningProgram service = waiting_program("/tmp/modx");
   EXPECT_NE(section("aMule").find("\npath = /mnt/HD/HD_b2/aMule\n"), std::string::npos);
-  kill(service, SIGKILL);
-  waitpid(service, nullptr, 0);
 }
 
 TEST_F(SmbConf, HoldsMountedImagesForReadingOnly) {
