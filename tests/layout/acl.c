@@ -1,3 +1,4 @@
+// The records and objects of nasshare/acl.h.
 #include "layout.h"
 
 #include "nasshare/acl.h"

@@ -1,3 +1,4 @@
+// The records and objects of nasshare/catalogue.h.
 #include "layout.h"
 
 #include "nasshare/catalogue.h"

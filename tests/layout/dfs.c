@@ -1,3 +1,4 @@
+// The records and objects of nasshare/dfs.h.
 #include "layout.h"
 
 #include "nasshare/dfs.h"

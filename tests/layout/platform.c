@@ -1,3 +1,4 @@
+// The records and objects of nasshare/platform.h.
 #include "layout.h"
 
 #include "nasshare/platform.h"
