@@ -4,9 +4,11 @@
 #include "output.h"
 #include "share.h"
 
+#include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <gtest/gtest.h>
-#include <unistd.h>
+#include <string>
 
 namespace nasshare::tests {
 namespace {
@@ -66,12 +68,9 @@ TEST(Configuration, IsReadByThePlatform) {
       .config("/system_mgr/samba/dfs_enable", "1")
       .config("/hw_ver", "T2")
       .config("/hw_ver", "T3");
-  char value[512] = "";
-  xml_get_str("/system_mgr/samba/workgroup", sizeof value, value);
-  EXPECT_STREQ(value, "HOME & <garden>");
+  EXPECT_EQ(stored_value("/system_mgr/samba/workgroup"), "HOME & <garden>");
   EXPECT_EQ(xml_get_int("/system_mgr/samba/dfs_enable"), 1);
-  xml_get_str("/hw_ver", sizeof value, value);
-  EXPECT_STREQ(value, "T3");
+  EXPECT_EQ(stored_value("/hw_ver"), "T3");
 }
 
 TEST(Accounts, CanBeReplaced) {
@@ -116,7 +115,21 @@ TEST(ReadyMade, MirrorIsMountedAndReported) {
   EXPECT_NE(read_file("/etc/mtab").find("\n/dev/md1 /mnt/HD/HD_a2 "), std::string::npos);
   EXPECT_NE(run_program({"mdadm", "-D", "/dev/md1"}).out.find("UUID : 7cc3a0e9:85fa470b:aecd3d11:561a7e11"),
             std::string::npos);
-  EXPECT_EQ(names_in("/mnt"), (std::vector<std::string>{"HD", "HD_a4", "HD_b4"}));
+  EXPECT_EQ(names_in("/mnt"), (Names{"HD", "HD_a4", "HD_b4"}));
+}
+
+TEST(TestProgram, RefusesToRunOutsideAPrivateMachine) {
+  Appliance{}.remove("/run/appliance/private");
+  const Ended ended = run_program({std::filesystem::read_symlink("/proc/self/exe"), "--gtest_list_tests"});
+  EXPECT_EQ(ended.status, 2);
+  EXPECT_NE(ended.err.find("run only inside a private machine"), std::string::npos);
+}
+
+TEST(TestProgram, RefusesToRunTwoCasesInOneMachine) {
+  EXPECT_EQ(
+      run_program({std::filesystem::read_symlink("/proc/self/exe"), "--gtest_filter=PrivateMachine.Has*"})
+          .status,
+      2);
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 // The machine in which every test case runs: appliance/machine/appliance.
 #include "appliance.h"
 #include "output.h"
+#include "text.h"
 
 #include <algorithm>
 #include <array>
@@ -11,6 +12,7 @@
 #include <gtest/gtest.h>
 #include <net/if.h>
 #include <pwd.h>
+#include <string>
 #include <sys/ioctl.h>
 #include <sys/socket.h>
 #include <thread>
@@ -37,15 +39,6 @@ std::string accounts() {
   return names;
 }
 
-std::string line_with(const std::string &text, const std::string &part) {
-  const std::size_t place = text.find(part);
-  if (place == std::string::npos) {
-    return "";
-  }
-  const std::size_t start = text.rfind('\n', place) + 1;
-  return text.substr(start, text.find('\n', place) - start);
-}
-
 TEST(PrivateMachine, IsMarked) {
   EXPECT_TRUE(exists("/run/appliance/private"));
 }
@@ -66,7 +59,7 @@ TEST(PrivateMachine, HasItsOwnEtc) {
   EXPECT_FALSE(exists("/etc/exports"));
   EXPECT_FALSE(exists("/etc/shared_name"));
   EXPECT_EQ(std::filesystem::read_symlink("/etc/mtab"), "/proc/self/mounts");
-  EXPECT_EQ(line_with(read_file("/etc/nsswitch.conf"), "passwd"), "passwd: files");
+  EXPECT_EQ(lines_beginning(read_file("/etc/nsswitch.conf"), "passwd"), Names{"passwd: files"});
 }
 
 TEST(PrivateMachine, HasItsOwnName) {
@@ -98,16 +91,13 @@ TEST(PrivateMachine, HasItsLoopbackInterfaceUpAndNoOther) {
   EXPECT_NE(request.ifr_flags & IFF_UP, 0);
   close(handle);
   const std::string interfaces = read_file("/proc/net/dev");
-  EXPECT_EQ(std::count(interfaces.begin(), interfaces.end(), ':'), 1) << interfaces;
+  EXPECT_EQ(std::ranges::count(interfaces, ':'), 1) << interfaces;
 }
 
 TEST(PrivateMachine, SeesOnlyItsOwnProcesses) {
   EXPECT_EQ(read_file("/proc/1/comm"), "bash\n");
-  int processes = 0;
-  for (const std::string &name : names_in("/proc")) {
-    processes += std::isdigit(static_cast<unsigned char>(name[0])) != 0 ? 1 : 0;
-  }
-  EXPECT_EQ(processes, 2);
+  const auto is_process = [](const std::string &name) { return name[0] >= '0' && name[0] <= '9'; };
+  EXPECT_EQ(std::ranges::count_if(names_in("/proc"), is_process), 2);
 }
 
 TEST(PrivateMachine, ReapsOrphans) {
@@ -170,7 +160,7 @@ TEST(PrivateMachine, LeavesItsHostAlone) {
       .user("dora", 1010, 500);
   const std::string accounts_before = read_file("/etc/passwd");
   const std::string mounts_before = read_file("/proc/mounts");
-  const std::vector<std::string> devices_before = names_in("/dev");
+  const Names devices_before = names_in("/dev");
 
   const Ended ended = inner("ls /mnt /home; test ! -e /tmp/kept || echo not covered; echo x >/etc/exports; "
                             "echo x >>/etc/passwd; rm /dev/null; "
@@ -204,20 +194,6 @@ TEST(PrivateMachine, SaysWhatIsWrongWithItsArguments) {
   EXPECT_EQ(run_program({appliance, "--keep", "/nowhere", "--", "true"}).err,
             "appliance: --keep /nowhere: no such folder\n");
   EXPECT_EQ(run_program({"env", "PATH=/usr/bin:/bin", appliance, "--", "no-such-command"}).status, 127);
-}
-
-TEST(TestProgram, RefusesToRunOutsideAPrivateMachine) {
-  Appliance{}.remove("/run/appliance/private");
-  const Ended ended = run_program({std::filesystem::read_symlink("/proc/self/exe"), "--gtest_list_tests"});
-  EXPECT_EQ(ended.status, 2);
-  EXPECT_NE(ended.err.find("run only inside a private machine"), std::string::npos);
-}
-
-TEST(TestProgram, RefusesToRunTwoCasesInOneMachine) {
-  EXPECT_EQ(
-      run_program({std::filesystem::read_symlink("/proc/self/exe"), "--gtest_filter=PrivateMachine.Has*"})
-          .status,
-      2);
 }
 
 } // namespace

@@ -1,8 +1,10 @@
 // What the machine's kernel and disk tools answer, beside what real ones were recorded to answer.
 #include "appliance.h"
+#include "fields.h"
 #include "output.h"
 
 #include <array>
+#include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <dlfcn.h>
@@ -12,6 +14,7 @@
 #include <net/if.h>
 #include <scsi/sg.h>
 #include <sstream>
+#include <string>
 #include <sys/ioctl.h>
 #include <sys/socket.h>
 #include <unistd.h>
@@ -51,7 +54,7 @@ Identified identify(const char *device, unsigned char command = 0xec) {
 }
 
 int request_of(const char *interface, unsigned long number, ifreq &request) {
-  std::strncpy(request.ifr_name, interface, IFNAMSIZ - 1);
+  put(request.ifr_name, interface);
   const int handle = socket(AF_INET, SOCK_DGRAM, 0);
   const int result = ioctl(handle, number, &request);
   close(handle);
