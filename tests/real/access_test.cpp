@@ -3,16 +3,12 @@
 #include "nasshare/catalogue.h"
 #include "samba_machine.h"
 
+#include <string>
+
 namespace nasshare::tests {
 namespace {
 
-class Access : public SambaMachine {
-protected:
-  void serve(const Share &share) {
-    add(share);
-    start();
-  }
-};
+class Access : public SambaMachine {};
 
 Share music() {
   return Share{"Music"}.path("/mnt/HD/HD_a2/Music");

@@ -3,6 +3,8 @@
 #include "nasshare/dfs.h"
 #include "samba_machine.h"
 
+#include <string>
+
 namespace nasshare::tests {
 namespace {
 
@@ -25,10 +27,6 @@ void add_link(const char *share, const char *local, const char *group) {
 std::string said(const std::string &account, const std::string &commands) {
   const Ended ended = client(account, "DFS", commands);
   return ended.out + ended.err;
-}
-
-bool contains(const std::string &text, const std::string &part) {
-  return text.find(part) != std::string::npos;
 }
 
 // The file that the account gets from behind the link.
@@ -103,7 +101,7 @@ TEST_F(DfsRoot, SwitchedOffThereIsNone) {
   create_dfs_link();
   start();
   EXPECT_EQ(access("alice", "DFS"), "no such share");
-  EXPECT_EQ(listed_shares(), std::vector<std::string>{"Music"});
+  EXPECT_EQ(served_shares(), Names{"Music"});
 }
 
 } // namespace

@@ -2,6 +2,8 @@
 #include "appliance.h"
 #include "samba_machine.h"
 
+#include <string>
+
 namespace nasshare::tests {
 namespace {
 
@@ -9,13 +11,7 @@ std::string in_bin(const std::string &path) {
   return "/mnt/HD/HD_a2/recycle/" + path;
 }
 
-class RecycleBin : public SambaMachine {
-protected:
-  void serve(const Share &share) {
-    add(share);
-    start();
-  }
-};
+class RecycleBin : public SambaMachine {};
 
 Share docs() {
   return Share{"Docs"}.path("/mnt/HD/HD_a2/Docs").everyone();
@@ -46,7 +42,7 @@ TEST_F(RecycleBin, ATreeBinKeepsTheFolderToo) {
 TEST_F(RecycleBin, TheFileIsGoneFromTheShare) {
   serve(docs().recycle(1, 0));
   store_and_delete("alice");
-  EXPECT_EQ(names_in("/mnt/HD/HD_a2/Docs"), std::vector<std::string>{"welcome.txt"});
+  EXPECT_EQ(names_in("/mnt/HD/HD_a2/Docs"), Names{"welcome.txt"});
 }
 
 TEST_F(RecycleBin, ASecondFileOfTheNameDoesNotReplaceTheFirst) {
@@ -62,7 +58,7 @@ TEST_F(RecycleBin, EveryUserHasOneAndTheGuestToo) {
   store_and_delete(guest);
   EXPECT_TRUE(exists(in_bin("bob/note.txt")));
   EXPECT_TRUE(exists(in_bin("nobody/note.txt")));
-  EXPECT_EQ(names_in(in_bin("alice")), std::vector<std::string>{});
+  EXPECT_EQ(names_in(in_bin("alice")), Names{});
 }
 
 TEST_F(RecycleBin, WithoutOneTheFileIsDeleted) {

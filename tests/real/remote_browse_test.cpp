@@ -1,22 +1,20 @@
 // The shares that a real smbd lists to get_host_share_name.
+#include "listed.h"
 #include "nasshare/acl.h"
 #include "nasshare/special.h"
 #include "samba_machine.h"
 
 #include <algorithm>
+#include <string>
 
 namespace nasshare::tests {
 namespace {
 
 class RemoteBrowse : public SambaMachine {};
 
-std::vector<std::string> sorted_names() {
-  std::vector<std::string> names;
-  const smb_name_node *node = pnl->count == 0 ? nullptr : pnl->head;
-  for (; node != nullptr; node = node->next) {
-    names.emplace_back(node->name);
-  }
-  std::sort(names.begin(), names.end());
+Names sorted_names() {
+  Names names = listed_names();
+  std::ranges::sort(names);
   return names;
 }
 
@@ -26,17 +24,17 @@ TEST_F(RemoteBrowse, ListsTheDiskSharesOfAHostUntilItStops) {
   }
   start();
   EXPECT_EQ(get_host_share_name("127.0.0.1"), 1);
-  EXPECT_EQ(sorted_names(), (std::vector<std::string>{"Music", "My Docs", "M\xC3\xBCsik", "R&B"}));
+  EXPECT_EQ(sorted_names(), (Names{"Music", "My Docs", "M\xC3\xBCsik", "R&B"}));
 
   ASSERT_EQ(shell("smb stop").status, 0);
   EXPECT_EQ(get_host_share_name("127.0.0.1"), 0);
-  EXPECT_EQ(sorted_names(), std::vector<std::string>{});
+  EXPECT_EQ(sorted_names(), Names{});
 }
 
 TEST_F(RemoteBrowse, AHostThatDoesNotExistHasNoListing) {
   Insert_Name_Node("before");
   EXPECT_EQ(get_host_share_name("nosuch.invalid"), 0);
-  EXPECT_EQ(sorted_names(), std::vector<std::string>{});
+  EXPECT_EQ(sorted_names(), Names{});
 }
 
 } // namespace

@@ -1,13 +1,14 @@
+// A private machine with the real Samba.
 #include "samba_machine.h"
 
 #include "appliance.h"
 #include "nasshare/catalogue.h"
+#include "text.h"
 
 #include <algorithm>
 #include <cstdlib>
-#include <sstream>
+#include <string_view>
 #include <sys/stat.h>
-#include <unistd.h>
 
 namespace nasshare::tests {
 
@@ -29,7 +30,7 @@ std::string missing_program() {
   return "";
 }
 
-bool on_ci() {
+bool is_on_ci() {
   const char *value = std::getenv("CI");
   return value != nullptr && std::string(value) == "true";
 }
@@ -54,23 +55,12 @@ std::string login(const std::string &account) {
   return account.empty() ? "-N" : "-U " + quoted(account + "%" + account + "-password");
 }
 
-bool contains(const std::string &text, const char *part) {
-  return text.find(part) != std::string::npos;
-}
-
 } // namespace
-
-Ended shell(const std::string &line) {
-  return run_to_exit([&line] {
-    execl("/bin/sh", "sh", "-c", line.c_str(), nullptr);
-    _exit(127);
-  });
-}
 
 void SambaMachine::SetUp() {
   const std::string missing = missing_program();
   if (!missing.empty()) {
-    ASSERT_FALSE(on_ci()) << missing << " has to be installed here";
+    ASSERT_FALSE(is_on_ci()) << missing << " has to be installed here";
     GTEST_SKIP() << missing << " is not installed (Debian: packages samba, samba-vfs-modules and smbclient)";
   }
   Appliance machine = Appliance::mirror();
@@ -92,6 +82,11 @@ void SambaMachine::folder(const std::string &path) {
 void SambaMachine::add(const Share &share) {
   folder(share.record().path);
   ASSERT_EQ(add_share(share), 1);
+}
+
+void SambaMachine::serve(const Share &share) {
+  add(share);
+  start();
 }
 
 void SambaMachine::start() {
@@ -126,15 +121,13 @@ std::string access(const std::string &account, const std::string &share) {
                                                                               : writing.out + writing.err;
 }
 
-std::vector<std::string> listed_shares() {
-  std::istringstream lines(shell("smbclient -s /dev/null -gNL 127.0.0.1").out);
-  std::vector<std::string> names;
-  for (std::string line; std::getline(lines, line);) {
-    if (line.starts_with("Disk|")) {
-      names.push_back(line.substr(5, line.find('|', 5) - 5));
-    }
+Names served_shares() {
+  constexpr std::string_view label = "Disk|";
+  Names names;
+  for (const std::string &line : lines_beginning(shell("smbclient -s /dev/null -gNL 127.0.0.1").out, label)) {
+    names.push_back(line.substr(label.size(), line.find('|', label.size()) - label.size()));
   }
-  std::sort(names.begin(), names.end());
+  std::ranges::sort(names);
   return names;
 }
 

@@ -4,15 +4,12 @@
 
 #include "output.h"
 #include "share.h"
+#include "text.h"
 
 #include <gtest/gtest.h>
 #include <string>
-#include <vector>
 
 namespace nasshare::tests {
-
-// A command line of the shell, its output and exit status.
-Ended shell(const std::string &line);
 
 class SambaMachine : public testing::Test {
 protected:
@@ -26,18 +23,20 @@ protected:
   static void add(const Share &share);
   // "smb start", and passwords for the accounts.
   void start();
+  // Both.
+  void serve(const Share &share);
 };
 
 // smbclient's commands on //127.0.0.1/SHARE. The guest gives no name, the others their password.
 Ended client(const std::string &account, const std::string &share, const std::string &commands);
 
-constexpr const char *guest = "";
+inline constexpr const char *guest = "";
 
 // What the account can really do on the share: "write" (and read), "read", "denied", "no such share";
 // anything else is an output of smbclient's that means none of these.
 std::string access(const std::string &account, const std::string &share);
 
 // The disk shares that the guest sees listed, sorted.
-std::vector<std::string> listed_shares();
+Names served_shares();
 
 } // namespace nasshare::tests

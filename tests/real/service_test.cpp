@@ -1,14 +1,14 @@
 // The service commands: smbd starts, takes changes and ends.
 #include "appliance.h"
 #include "nasshare/catalogue.h"
+#include "paths.h"
 #include "samba_machine.h"
 
-#include <sys/stat.h>
+#include <string>
 
 namespace nasshare::tests {
 namespace {
 
-constexpr const char *smb_conf = "/etc/samba/smb.conf";
 constexpr const char *smbd_conf = "/run/samba/smbd.conf";
 
 class Service : public SambaMachine {
@@ -78,7 +78,7 @@ TEST_F(Service, AShareThatIsDeletedIsGoneAtOnceAndItsFilesStay) {
 
 TEST_F(Service, StopLeavesNoProcessBehind) {
   serve_music();
-  EXPECT_EQ(listed_shares(), std::vector<std::string>{"Music"});
+  EXPECT_EQ(served_shares(), Names{"Music"});
   EXPECT_NE(samba_processes(), "");
   EXPECT_EQ(shell("smb stop").status, 0);
   EXPECT_EQ(samba_processes(), "");

@@ -1,9 +1,7 @@
 // Names under which shares are reached.
-#include "appliance.h"
-#include "nasshare/catalogue.h"
 #include "samba_machine.h"
 
-#include <algorithm>
+#include <string>
 
 namespace nasshare::tests {
 namespace {
@@ -14,7 +12,7 @@ TEST_P(ShareName, IsListedAndReachedAsItIs) {
   const std::string name = GetParam();
   add(Share{name}.path("/mnt/HD/HD_a2/" + name).read("#bob#").write("#alice#"));
   start();
-  EXPECT_EQ(listed_shares(), std::vector<std::string>{name});
+  EXPECT_EQ(served_shares(), tests::Names{name});
   EXPECT_EQ(access("alice", name), "write");
   EXPECT_EQ(access("bob", name), "read");
   EXPECT_EQ(access("carol", name), "denied");
@@ -45,8 +43,8 @@ TEST_F(Names, SharesOfBothVolumesAndTheRecycleBinsAreListed) {
   add(Share{"Music"}.path("/mnt/HD/HD_a2/Music").everyone().recycle(1));
   add(Share{"Photos"}.path("/mnt/HD/HD_b2/Photos").everyone().recycle(1));
   start();
-  EXPECT_EQ(listed_shares(), (std::vector<std::string>{"Music", "Photos", "Recycle Bin - Volume_1",
-                                                       "Recycle Bin - Volume_2"}));
+  EXPECT_EQ(served_shares(),
+            (tests::Names{"Music", "Photos", "Recycle Bin - Volume_1", "Recycle Bin - Volume_2"}));
 }
 
 } // namespace
