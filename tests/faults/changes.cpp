@@ -1,42 +1,39 @@
+// A small appliance and the changes to its stored files.
 #include "changes.h"
 
-#include "../dfs/dfs_files.h"
 #include "appliance.h"
+#include "dfs_files.h"
 #include "nasshare/acl.h"
+#include "nasshare/catalogue.h"
 #include "nasshare/dfs.h"
 #include "nasshare/platform.h"
+#include "paths.h"
 #include "share.h"
 
-#include <utility>
+#include <algorithm>
+#include <array>
+#include <iterator>
+#include <vector>
 
 namespace nasshare::tests {
 
 namespace {
 
-constexpr const char *database = "/etc/NAS_CFG/config.xml";
-constexpr const char *serials[2] = {"WD-TESTDISK0001", "WD-TESTDISK0002"};
-constexpr const char *volumes[2] = {"/mnt/HD/HD_a2/", "/mnt/HD/HD_b2/"};
-const Files::key_type share_files[2] = {"/mnt/HD_a4/.systemfile/.smb.xml", "/mnt/HD_b4/.systemfile/.smb.xml"};
-const Files::key_type domain_files[2] = {"/mnt/HD_a4/.systemfile/.smb_ads.xml",
-                                         "/mnt/HD_b4/.systemfile/.smb_ads.xml"};
+using Paths = std::array<std::string, 2>;
 
-// A share as it stands in the file.
-Share stored_share(int volume, const std::string &name) {
-  Share share{name};
-  share.path(volumes[volume] + name).on_disk(serials[volume]).browseable("yes").public_("yes");
-  return share.oplocks("yes").map_archive("no");
-}
+const Paths share_files{first_share_file, second_share_file};
+const Paths domain_files{first_domain_file, second_domain_file};
 
 Share music() {
-  return stored_share(0, "Music").read("#alice#").write("#bob#").deny("#nobody#");
+  return stored_share("Music").read("#alice#").write("#bob#").deny("#nobody#");
 }
 
 Share photos() {
-  return stored_share(1, "Photos").everyone();
+  return stored_share("Photos", 1).everyone();
 }
 
 Share docs() {
-  return stored_share(1, "Docs").write("#@staff#").deny("#nobody#,#carol#");
+  return stored_share("Docs", 1).write("#@staff#").deny("#nobody#,#carol#");
 }
 
 using Shares = std::vector<Share>;
@@ -45,10 +42,10 @@ Shares shares_before() {
   return {music(), photos(), docs()};
 }
 
-// ---- What follows: one more share, which a whole load puts behind those of both volumes
+// ---- What follows: one more share, which a whole load puts behind those of both volumes.
 
 Share one_more() {
-  return stored_share(0, "Videos").write("#bob#").deny("#nobody#");
+  return stored_share("Videos").write("#bob#").deny("#nobody#");
 }
 
 int add_one_more() {
@@ -57,32 +54,29 @@ int add_one_more() {
 }
 
 // The shares that a file gives its own volume when it is loaded.
-void load(Shares &list, int volume, const Shares &file) {
-  for (const Share &share : file) {
-    if (std::string(share.record().hd_serial) == serials[volume]) {
-      list.push_back(share);
-    }
-  }
+void load(Shares &list, std::size_t volume, const Shares &file) {
+  const std::string serial = stored_share("", static_cast<int>(volume)).record().hd_serial;
+  std::ranges::copy_if(file, std::back_inserter(list),
+                       [&serial](const Share &share) { return share.record().hd_serial == serial; });
 }
 
 // `loaded` is what `stored` becomes when it is loaded again.
 Change share_change(const std::string &name, const std::function<int()> &run, const Shares &stored,
-                    const Shares &loaded, const Files::key_type (&paths)[2] = share_files,
+                    const Shares &loaded, const Paths &paths = share_files,
                     const Shares &before = shares_before()) {
   Change change{name, [] {}, run, {}, add_one_more, {}};
   for (const std::string &path : paths) {
     change.after[path] = share_xml(stored);
   }
-  const std::vector<std::string> files(std::begin(paths), std::end(paths));
   change.after_next = [=](const Files &now) {
     Shares list;
-    for (int volume = 0; volume < 2; ++volume) {
-      const bool is_new = now.at(files[static_cast<std::size_t>(volume)]) == share_xml(stored);
+    for (std::size_t volume = 0; volume < paths.size(); ++volume) {
+      const bool is_new = now.at(paths[volume]) == share_xml(stored);
       load(list, volume, is_new ? loaded : before);
     }
     list.push_back(one_more());
     Files next = now;
-    for (const std::string &path : files) {
+    for (const std::string &path : paths) {
       next[path] = share_xml(list);
     }
     return next;
@@ -90,7 +84,7 @@ Change share_change(const std::string &name, const std::function<int()> &run, co
   return change;
 }
 
-// ---- The DFS files and the configuration: the next change puts its own text into the old or new file
+// ---- The DFS files and the configuration: the next change puts its own text into the old or new file.
 
 std::string replaced(std::string text, const std::string &old, const std::string &fresh) {
   const std::size_t place = text.find(old);
@@ -105,7 +99,7 @@ std::function<Files(const Files &)> replacing_in(const std::string &path, const 
   };
 }
 
-const std::vector<Link> links_before{{"nas1", "music", "songs", "Media"}, {"nas2", "docs", "papers", "Work"}};
+const Links links_before{{"nas1", "music", "songs", "Media"}, {"nas2", "docs", "papers", "Work"}};
 
 std::string configuration_before(int domain_mode) {
   return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<config>\n  <system_mgr>\n    <samba>\n"
@@ -119,9 +113,7 @@ int add_a_link_more() {
 }
 
 std::function<Files(const Files &)> with_a_link_more() {
-  const std::string link = "    <item>\n" + dfs_element("host", "nas9") + dfs_element("share", "last") +
-                           dfs_element("local", "last") + dfs_element("group", "Work") + "    </item>\n";
-  return replacing_in(link_path, "  </dfs>\n", link + "  </dfs>\n");
+  return replacing_in(link_path, "  </dfs>\n", link_item({"nas9", "last", "last", "Work"}) + "  </dfs>\n");
 }
 
 Files make_appliance_in(int domain_mode) {
@@ -131,24 +123,20 @@ Files make_appliance_in(int domain_mode) {
                  "printf '/dev/sda: scsi0 channel=0 id=0 lun=0 [em]\\n/dev/sdb: scsi1 channel=0 id=0 "
                  "lun=0 [em]\\n'");
   machine.script("smbcom", ":");
-  for (const char *folder : {"Music", "Videos"}) {
-    machine.folder(volumes[0] + std::string(folder));
+  for (const Share &share : {stored_share("Music"), stored_share("Videos"), stored_share("Photos", 1),
+                             stored_share("Docs", 1), stored_share("Films", 1)}) {
+    machine.folder(share.record().path);
   }
-  for (const char *folder : {"Photos", "Docs", "Films"}) {
-    machine.folder(volumes[1] + std::string(folder));
-  }
-  machine.file(database, configuration_before(domain_mode));
+  machine.file(config_database, configuration_before(domain_mode));
   machine.file(link_path, link_file(links_before)).file(group_path, group_file({"Media", "Work"}));
-  for (const char *hidden : {"/mnt/HD_a4", "/mnt/HD_b4"}) {
-    machine.shares(hidden, share_xml(shares_before()));
-  }
+  machine.shares(share_xml(shares_before()));
   return stored_files();
 }
 
 // Accounts that only the domain knows.
 Shares domain_shares_before() {
-  return {stored_share(0, "Music").read("#dora#").write("#@Sales Team#").deny("#nobody#"),
-          stored_share(1, "Docs").write("#dora#").deny("#nobody#")};
+  return {stored_share("Music").read("#dora#").write("#@Sales Team#").deny("#nobody#"),
+          stored_share("Docs", 1).write("#dora#").deny("#nobody#")};
 }
 
 } // namespace
@@ -159,10 +147,7 @@ Files make_appliance() {
 
 Files make_domain_appliance() {
   make_appliance_in(1);
-  for (const std::string &path : domain_files) {
-    Appliance{}.file(path, share_xml(domain_shares_before()));
-  }
-  Appliance{}.script("smbcom", ":");
+  Appliance{}.ads_shares(share_xml(domain_shares_before())).script("smbcom", ":");
   return stored_files();
 }
 
@@ -172,13 +157,13 @@ Change adding_a_share() {
       Share{"Films"}.path("/mnt/HD/HD_b2/Films").everyone().deny("#carol#").oplocks("yes").map_archive("no");
   const auto run = [record] { return add_share(record); };
   Shares after = shares_before();
-  after.push_back(stored_share(1, "Films").write("#alice#,#bob#").deny("#nobody#,#carol#"));
+  after.push_back(stored_share("Films", 1).write("#alice#,#bob#").deny("#nobody#,#carol#"));
   return share_change("add_share", run, after, after);
 }
 
 Change modifying_a_share() {
   const Share photos_for_staff =
-      stored_share(1, "Photos").comment("from & to").read("#@staff#").write("#carol#").deny("#nobody#");
+      stored_share("Photos", 1).comment("from & to").read("#@staff#").write("#carol#").deny("#nobody#");
   const Share record = Share{"Photos"}
                            .path("/mnt/HD/HD_b2/Photos")
                            .comment("from & to")
@@ -199,8 +184,8 @@ Change deleting_a_share() {
 
 // A share on each volume; everyone of the second becomes everyone but alice.
 Change changing_an_account() {
-  const Share music_after = stored_share(0, "Music").write("#bob#,#alice#").deny("#nobody#");
-  const Share photos_after = stored_share(1, "Photos").write("#bob#,#carol#");
+  const Share music_after = stored_share("Music").write("#bob#,#alice#").deny("#nobody#");
+  const Share photos_after = stored_share("Photos", 1).write("#bob#,#carol#");
   Change change = share_change("acnt_mod_share", [] { return acnt_mod_share("alice"); },
                                {music_after, Share{photos_after}.deny("#alice#"), docs()},
                                {music_after, Share{photos_after}.deny("#nobody#,#alice#"), docs()});
@@ -216,12 +201,12 @@ Change adding_a_share_in_domain_mode() {
       Share{"Films"}.path("/mnt/HD/HD_b2/Films").write("#dora#").oplocks("yes").map_archive("no");
   const auto run = [record] { return add_share(record); };
   Shares after = domain_shares_before();
-  after.push_back(stored_share(1, "Films").write("#dora#").deny("#nobody#"));
+  after.push_back(stored_share("Films", 1).write("#dora#").deny("#nobody#"));
   return share_change("add_share in domain mode", run, after, after, domain_files, domain_shares_before());
 }
 
 Change adding_a_link() {
-  std::vector<Link> links = links_before;
+  Links links = links_before;
   links.push_back({"nas3", "films", "movies", "Media"});
   return {"add_dfs_node",
           [] {},
@@ -232,13 +217,13 @@ Change adding_a_link() {
 }
 
 Change renaming_a_group() {
-  std::vector<Link> links = links_before;
+  Links links = links_before;
   links.front().group = "Leisure";
   // A change of either file, so that both names are free of what the interrupted one left.
   const auto next = [] { return add_dfs_group_node("Archive") == 1 ? add_a_link_more() : 0; };
   const auto after_next = [](const Files &now) {
-    const std::string group = "    <item>\n" + dfs_element("group", "Archive") + "    </item>\n";
-    return with_a_link_more()(replacing_in(group_path, "  </dfs>\n", group + "  </dfs>\n")(now));
+    return with_a_link_more()(
+        replacing_in(group_path, "  </dfs>\n", group_item("Archive") + "  </dfs>\n")(now));
   };
   return {"mod_dfs_group_node",
           [] {},
@@ -255,12 +240,12 @@ Change storing_a_value() {
             xml_set_str("/system_mgr/samba/workgroup", "STUDIO");
             return 1;
           },
-          {{database, replaced(configuration_before(0), "HOME", "STUDIO")}},
+          {{config_database, replaced(configuration_before(0), "HOME", "STUDIO")}},
           [] {
             xml_set_str("/system_mgr/samba/netbios_name", "attic");
             return 1;
           },
-          replacing_in(database, "cellar", "attic")};
+          replacing_in(config_database, "cellar", "attic")};
 }
 
 } // namespace nasshare::tests

@@ -1,3 +1,4 @@
+// Turning the references of libraries to functions that fail.
 #include "failing_memory.h"
 
 #include "files.h"
@@ -6,7 +7,6 @@
 #include <cerrno>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <dlfcn.h>
 #include <link.h>
 #include <new>

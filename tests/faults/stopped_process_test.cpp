@@ -1,32 +1,26 @@
 // A process that changes stored files is killed before each of its system calls in turn.
-#include "appliance.h"
 #include "findings.h"
 #include "verdict.h"
 
-#include <cstdio>
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <string>
 #include <unistd.h>
 
 namespace nasshare::tests {
 namespace {
 
-struct Survived {
-  int stops = 0;
-  Findings findings;
-};
-
-Survived stop_everywhere(Verdict &verdict) {
-  Survived survived;
+Endured stop_everywhere(Verdict &verdict) {
+  Endured endured;
   verdict.change().prepare();
   for (int n = 1;; ++n) {
     verdict.begin();
     const Interrupted end = killed_at(n, verdict.change().run);
     if (!end.reached) {
-      return survived;
+      return endured;
     }
-    ++survived.stops;
-    survived.findings.add("at " + std::to_string(n) + ": " + end.call, verdict.after_kill());
+    ++endured.interruptions;
+    endured.findings.add("at " + std::to_string(n) + ": " + end.call, verdict.after_kill());
   }
 }
 
@@ -35,10 +29,8 @@ void expect_to_survive(const Change &change, const Files &before = make_applianc
     GTEST_SKIP() << "no process can watch another's system calls here";
   }
   Verdict verdict(change, before);
-  const Survived survived = stop_everywhere(verdict);
-  EXPECT_TRUE(survived.findings.text().empty()) << survived.findings.text();
-  EXPECT_GT(survived.stops, 15);
-  std::printf("%s: killed at %d system calls\n", change.name.c_str(), survived.stops);
+  const Endured endured = stop_everywhere(verdict);
+  expect_nothing_found(change.name, endured, "system calls at which it was killed", 15);
 }
 
 void expect_to_work(const Change &change, const Files &before = make_appliance()) {
@@ -130,10 +122,10 @@ TEST(StoppedProcess, AFileWrittenInPlaceIsFound) {
     return written ? 1 : 0;
   };
   Verdict verdict(change, before);
-  const Survived survived = stop_everywhere(verdict);
-  EXPECT_EQ(survived.stops, 3);
-  EXPECT_EQ(survived.findings.text(), "1 times, first\n  at 2: system call 1 \n"
-                                      "/etc/NAS_CFG/config.xml is neither the old nor the new file:\n\n");
+  const Endured endured = stop_everywhere(verdict);
+  EXPECT_EQ(endured.interruptions, 3);
+  EXPECT_EQ(endured.findings.text(), "1 times, first\n  at 2: system call 1 \n"
+                                     "/etc/NAS_CFG/config.xml is neither the old nor the new file:\n\n");
 }
 
 } // namespace

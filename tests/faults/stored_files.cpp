@@ -1,3 +1,4 @@
+// The files that changes store, read and put back.
 #include "stored_files.h"
 
 #include "appliance.h"

@@ -1,17 +1,15 @@
+// Watching the system calls of a child.
 #include "traced_child.h"
 
 #include "files.h"
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
 #include <csignal>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <fcntl.h>
 #include <set>
-#include <string_view>
 #include <sys/mman.h>
 #include <sys/ptrace.h>
 #include <sys/syscall.h>

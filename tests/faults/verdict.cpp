@@ -1,3 +1,4 @@
+// Telling what is wrong after an interrupted change.
 #include "verdict.h"
 
 #include <algorithm>
