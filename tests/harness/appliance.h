@@ -91,6 +91,11 @@ public:
   Appliance &logged(const std::string &name);
   // The command is not found, not even the one that is installed.
   Appliance &no_command(const std::string &name);
+  // A program at that very path, for what is run without the search path, with a body in the language of
+  // /bin/sh.
+  Appliance &program(const std::string &path, std::string_view body);
+  // No program at that path; the others of its folder stay.
+  Appliance &no_program(const std::string &path);
 
   // ---- The interface egiga0. Without these its requests fail.
   Appliance &hardware_address(const std::string &address);

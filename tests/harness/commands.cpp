@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <stdexcept>
+#include <sys/mount.h>
 #include <unistd.h>
 
 namespace nasshare::tests {
@@ -55,7 +56,32 @@ void install(const std::string &name, std::string_view body) {
   files::write(stand_in(name), text, 0755);
 }
 
+// Covers the folder with links to all it holds, once.
+void cover(const fs::path &folder) {
+  const fs::path held = "/run/appliance/covered" + folder.string();
+  if (fs::exists(held)) {
+    return;
+  }
+  fs::create_directories(held);
+  files::require(::mount(folder.c_str(), held.c_str(), "", MS_BIND, "") == 0, folder.string());
+  files::require(::mount("programs", folder.c_str(), "tmpfs", 0, "mode=0755") == 0, folder.string());
+  for (const auto &entry : fs::directory_iterator(held)) {
+    fs::create_symlink(entry.is_symlink() ? fs::read_symlink(entry) : entry.path(),
+                       folder / entry.path().filename());
+  }
+}
+
 } // namespace
+
+Appliance &Appliance::program(const std::string &path, std::string_view body) {
+  no_program(path);
+  return file(path, "#!/bin/sh\n" + std::string(body) + "\n", 0755);
+}
+
+Appliance &Appliance::no_program(const std::string &path) {
+  cover(fs::path(path).parent_path());
+  return remove(path);
+}
 
 Appliance &Appliance::command(const std::string &name, std::string_view output, int status,
                               std::string_view error_output) {

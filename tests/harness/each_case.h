@@ -8,9 +8,9 @@
 
 namespace nasshare::tests {
 
-// Runs the cases, named as --gtest_filter does. The command (appliance/machine/appliance and its options) makes the
-// machines. Prints a line "passed NAME" or "failed NAME" for each, with what a failed one printed before it.
-// Whether all passed.
+// Runs the cases, named as --gtest_filter does. The command (appliance/machine/appliance and its options)
+// makes the machines. Prints a line "passed NAME" or "failed NAME" for each, with what a failed one printed
+// before it. Whether all passed.
 bool run_each_case(const std::vector<std::string> &cases, const std::vector<std::string> &machine_command);
 
 } // namespace nasshare::tests

@@ -1,22 +1,18 @@
 // What is published after a load that met trouble: missing shares keep nobody from the others, but nobody is
 // let in for want of an answer about accounts.
 #include "appliance.h"
+#include "failing_groups.h"
 #include "nasshare/catalogue.h"
 #include "nasshare/smbconf.h"
-#include "next_definition.h"
 #include "paths.h"
 #include "share.h"
 #include "unopenable.h"
 
-#include <cerrno>
-#include <grp.h>
 #include <gtest/gtest.h>
 #include <string>
 
 namespace nasshare::tests {
 namespace {
-
-bool groups_fail = false;
 
 Appliance deny_staff() {
   Appliance machine = Appliance::single_disks();
@@ -68,10 +64,3 @@ TEST(DoubtfulLoad, IsNotOneWithoutRecycleDirectories) {
 
 } // namespace
 } // namespace nasshare::tests
-
-// Wins over the C library's.
-extern "C" [[gnu::visibility("default")]] group *getgrnam(const char *name) {
-  static auto *const look_up = nasshare::tests::next_definition<group *(const char *)>("getgrnam");
-  errno = nasshare::tests::groups_fail ? EIO : errno;
-  return nasshare::tests::groups_fail ? nullptr : look_up(name);
-}

@@ -16,35 +16,21 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char *programs = "/usr/bin";
 constexpr const char *smbclient = "/usr/bin/smbclient";
 constexpr const char *calls = "/run/appliance/smbclient-calls";
 constexpr const char *answer = "/run/appliance/smbclient-answer";
 
-// Covers /usr/bin with links to all it holds but smbclient.
 void without_smbclient() {
-  const fs::path held = "/run/appliance/programs";
-  Appliance{}.folder(held);
-  ASSERT_EQ(mount(programs, held.c_str(), "", MS_BIND, nullptr), 0);
-  ASSERT_EQ(mount("programs", programs, "tmpfs", 0, "mode=0755"), 0);
-  for (const auto &entry : fs::directory_iterator(held)) {
-    const fs::path name = entry.path().filename();
-    if (name != "smbclient") {
-      fs::create_symlink(entry.is_symlink() ? fs::read_symlink(entry) : entry.path(), programs / name);
-    }
-  }
+  Appliance{}.no_program(smbclient);
 }
 
 // A smbclient that notes its arguments, a line each, and prints that text on both streams' common end.
 void answers(const std::string &out, const std::string &err = "") {
-  if (!exists("/run/appliance/programs")) {
-    without_smbclient();
-  }
-  Appliance{}.file(answer, out).file(std::string(answer) + "-error", err);
-  Appliance{}.file(smbclient,
-                   "#!/bin/sh\nprintf '[%s]\\n' \"$@\" >>" + std::string(calls) + "\ncat " + answer +
-                       "\ncat " + answer + "-error >&2\nexit 1\n",
-                   0755);
+  Appliance{}
+      .file(answer, out)
+      .file(std::string(answer) + "-error", err)
+      .program(smbclient, "printf '[%s]\\n' \"$@\" >>" + std::string(calls) + "\ncat " + answer + "\ncat " +
+                              answer + "-error >&2\nexit 1");
 }
 
 // The names after a listing that ran to its end.
