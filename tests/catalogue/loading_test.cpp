@@ -5,22 +5,23 @@
 #include "listed.h"
 #include "nasshare/catalogue.h"
 #include "nasshare/volume.h"
-#include "next_definition.h"
 #include "output.h"
 #include "paths.h"
 #include "share.h"
 #include "volume_table.h"
 
 #include <algorithm>
+#include <cstdio>
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <string>
+#include <sys/stat.h>
+#include <thread>
+#include <unistd.h>
 #include <vector>
 
 namespace nasshare::tests {
 namespace {
-
-// What the volume table says of both volumes once discovery is done; 1 where nothing is said.
-int presence_after_discovery = 1;
 
 Share on_first(const char *name) {
   return stored_share(name, 0).everyone();
@@ -77,10 +78,20 @@ std::string discovery_output(const std::string &usb_line, const std::string &dis
          "\n";
 }
 
-void mark_volumes(smb_catalogue &table) {
-  if (presence_after_discovery != 1) {
-    std::ranges::fill(table.vol_present, presence_after_discovery);
-  }
+// Loads, with both volumes marked so once discovery is done: the file of the volumes' names, which is read
+// next, waits for this program to write it.
+void load_with_volumes_marked(int mark, void (*load)()) {
+  const std::string names = "/etc/shared_name";
+  Appliance{}.remove(names);
+  ASSERT_EQ(mkfifo(names.c_str(), 0644), 0);
+  std::thread marker([&names, mark] {
+    const int file = open(names.c_str(), O_WRONLY | O_CLOEXEC); // waits for the reader
+    std::ranges::fill(pss->vol_present, mark);
+    dprintf(file, "USBDisk1_1 = HD_c1\n");
+    close(file);
+  });
+  load();
+  marker.join();
 }
 
 TEST(Loading, ListsTheFirstVolumeThenTheSecondThenUsbDisks) {
@@ -159,13 +170,11 @@ TEST(Loading, OfAVolumeThatIsNotMountedFindsNoShares) {
 TEST(Loading, CountsOnlyVolumesThatAreMarkedOneAsPresent) {
   two_volumes({on_first("Music"), on_second("Docs")}).mount("/dev/sdc1", "/mnt/USB/HD_c1");
   for (const int mark : {2, 0, -1}) {
-    presence_after_discovery = mark;
-    get_samba_info();
+    load_with_volumes_marked(mark, get_samba_info);
     EXPECT_EQ(listed_shares(), (Names{"USBDisk1_1"})) << mark;
   }
-  presence_after_discovery = 2;
   Free_All_List();
-  check_hd();
+  load_with_volumes_marked(2, check_hd);
   EXPECT_EQ(listed_shares(), Names{});
 }
 
@@ -380,9 +389,3 @@ TEST(LoadingForTheWriter, DoesNotAskForExportsWhileAfpIsOn) {
 
 } // namespace
 } // namespace nasshare::tests
-
-// Wins over the library's own: the real discovery, after which the volumes may be marked otherwise.
-void get_hd_raid_info(smb_catalogue *table) {
-  nasshare::tests::next_definition<void(smb_catalogue *)>("get_hd_raid_info")(table);
-  nasshare::tests::mark_volumes(*table);
-}
