@@ -190,6 +190,7 @@ Change changing_an_account() {
                                {music_after, Share{photos_after}.deny("#alice#"), docs()},
                                {music_after, Share{photos_after}.deny("#nobody#,#alice#"), docs()});
   change.prepare = [] {
+    free_acnt_list();
     insert_acnt_node("Music", 2);
     insert_acnt_node("Photos", 3);
   };

@@ -2,6 +2,7 @@
 // stored files or reads them.
 #include "appliance.h"
 #include "domain.h"
+#include "each_allocation.h"
 #include "failing_memory.h"
 #include "files.h"
 #include "findings.h"
@@ -17,58 +18,11 @@
 #include <pwd.h>
 #include <set>
 #include <string>
-#include <sys/mman.h>
 #include <utility>
 #include <vector>
 
 namespace nasshare::tests {
 namespace {
-
-// A flag that a child process sets for its parent.
-class SharedFlag {
-public:
-  SharedFlag()
-      : flag_(static_cast<bool *>(
-            mmap(nullptr, sizeof(bool), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0))) {}
-  ~SharedFlag() { munmap(flag_, sizeof(bool)); }
-  SharedFlag(const SharedFlag &) = delete;
-  SharedFlag &operator=(const SharedFlag &) = delete;
-  [[nodiscard]] bool *get() const { return flag_; }
-
-private:
-  bool *flag_;
-};
-
-Interrupted run_short(int n, Shortage shortage, const Function &function) {
-  const SharedFlag came;
-  Interrupted end = run_alone([&] {
-    fail_allocation(n, shortage, came.get());
-    const int answer = function();
-    fail_no_allocation();
-    return answer;
-  });
-  end.reached = *came.get();
-  return end;
-}
-
-// `judge` says what is wrong afterwards.
-Endured fail_each(const std::function<void()> &begin, const Function &run,
-                  const std::function<std::string(const Interrupted &)> &judge) {
-  Endured endured;
-  for (const auto &[shortage, name] :
-       {std::pair{Shortage::once, "only "}, std::pair{Shortage::from_then_on, "from "}}) {
-    for (int n = 1;; ++n) {
-      begin();
-      const Interrupted end = run_short(n, shortage, run);
-      if (!end.reached) {
-        break;
-      }
-      ++endured.interruptions;
-      endured.findings.add(name + std::to_string(n), judge(end));
-    }
-  }
-  return endured;
-}
 
 constexpr const char *allocations = "allocations failed";
 
@@ -84,10 +38,13 @@ void expect_change_to_endure(const Change &change, const Files &before = make_ap
     GTEST_SKIP() << "references to functions of libraries cannot be turned on this processor";
   }
   look_up_an_account();
-  change.prepare();
   Verdict verdict(change, before);
-  const Endured endured = fail_each([&] { verdict.begin(); }, change.run,
-                                    [&](const Interrupted &end) { return verdict.after_failure(end); });
+  const auto begin = [&] {
+    verdict.begin();
+    change.prepare();
+  };
+  const Endured endured = fail_each_allocation(
+      begin, change.run, [&](const Interrupted &end) { return verdict.after_failure(end); });
   expect_nothing_found(change.name, endured, allocations, 2);
 }
 
@@ -103,19 +60,24 @@ std::string wrong_after_use(const Interrupted &end, const Files &before) {
   return ending_of(end) + (stored_files() == before ? "" : "the stored files have changed\n");
 }
 
-void expect_to_endure(const std::string &name, const std::function<void()> &use,
-                      const Files &before = make_appliance()) {
+struct Use {
+  std::string name;
+  std::function<void()> use;
+  std::function<void()> prepare = [] {}; // what is not short of memory
+};
+
+void expect_to_endure(const Use &use, const Files &before = make_appliance()) {
   if (!watch_allocations()) {
     GTEST_SKIP() << "references to functions of libraries cannot be turned on this processor";
   }
   look_up_an_account();
   const auto run = [&use] {
-    use();
+    use.use();
     return 1;
   };
-  const Endured endured =
-      fail_each([] {}, run, [&before](const Interrupted &end) { return wrong_after_use(end, before); });
-  expect_nothing_found(name, endured, allocations, 2);
+  const Endured endured = fail_each_allocation(
+      use.prepare, run, [&before](const Interrupted &end) { return wrong_after_use(end, before); });
+  expect_nothing_found(use.name, endured, allocations, 2);
 }
 
 // A question about what is stored, its true answer, and what else it may answer while memory is short.
@@ -132,7 +94,7 @@ struct Question {
 
 void expect_answers(const Question &question, const Files &before) {
   EXPECT_EQ(run_alone(question.ask).answer, question.truth) << question.name;
-  const Endured endured = fail_each(
+  const Endured endured = fail_each_allocation(
       [] {}, question.ask,
       [&](const Interrupted &end) {
         const bool right = !end.answered || question.can_be_answered(end.answer);
@@ -184,16 +146,15 @@ TEST(FailedAllocation, AutomaticSharesAreMadeOrNot) {
   Appliance{}.file("/etc/NAS_CFG/p2psettings.xml",
                    "<config><settings><save_path>/mnt/HD/HD_a2/x</save_path></settings></config>");
   const Files before = stored_files();
-  get_samba_info2();
-  expect_to_endure(
-      "automatic shares",
-      [] {
-        create_iso_share();
-        create_p2p_share();
-        create_recycle_user_directory("/mnt/HD/HD_a2/recycle");
-        Free_All_List();
-      },
-      before);
+  expect_to_endure({"automatic shares",
+                    [] {
+                      create_iso_share();
+                      create_p2p_share();
+                      create_recycle_user_directory("/mnt/HD/HD_a2/recycle");
+                      Free_All_List();
+                    },
+                    get_samba_info2},
+                   before);
 }
 
 // Any other text shows shares without some of their lists.
@@ -215,7 +176,7 @@ TEST(FailedAllocation, PublishingKeepsTheOldTextOrWritesTheWholeNewOne) {
   run_alone(run);
   const std::string whole = read_file(smb_conf);
   ASSERT_NE(whole, "old");
-  const Endured endured = fail_each(begin, run, [&](const Interrupted &end) {
+  const Endured endured = fail_each_allocation(begin, run, [&](const Interrupted &end) {
     const std::string text = read_file(smb_conf);
     const bool right = text == whole || (text == "old" && end.answer != 1);
     return ending_of(end) +
@@ -228,13 +189,12 @@ TEST(FailedAllocation, AddOnPackagesAreReadOrNot) {
   make_appliance();
   Appliance{}.file("/etc/NAS_CFG/packages.xml",
                    "<packages><package><name>aMule</name><path>/mnt/HD/HD_a2/p</path></package></packages>");
-  expect_to_endure(
-      "packages",
-      [] {
-        MODX_ReadAllXml();
-        MODX_FreeAllXml();
-      },
-      stored_files());
+  expect_to_endure({"packages",
+                    [] {
+                      MODX_ReadAllXml();
+                      MODX_FreeAllXml();
+                    }},
+                   stored_files());
 }
 
 // None of these questions has an answer for "cannot tell". What memory is too short to load counts as absent:
@@ -268,38 +228,38 @@ TEST(FailedAllocation, QuestionsAreAnswered) {
 }
 
 TEST(FailedAllocation, ListsStayWhole) {
-  expect_to_endure("lists", [] {
-    const Share share{"Music"};
-    Insert_Smb_Node(share);
-    Insert_Smb_Node(Share{"Photos"});
-    Remove_Smb_Node_By_Name("Music");
-    Free_All_List();
+  expect_to_endure({"lists", [] {
+                      const Share share{"Music"};
+                      Insert_Smb_Node(share);
+                      Insert_Smb_Node(Share{"Photos"});
+                      Remove_Smb_Node_By_Name("Music");
+                      Free_All_List();
 
-    Insert_Name_Node("one");
-    Insert_Name_Node("two");
-    Delete_Name_Node(Check_Name_Node("one"));
-    Free_Name_List();
+                      Insert_Name_Node("one");
+                      Insert_Name_Node("two");
+                      Delete_Name_Node(Check_Name_Node("one"));
+                      Free_Name_List();
 
-    insert_acnt_node("Music", 1);
-    smb_ac_node control = {};
-    control.read[0] = 'a';
-    ac_put_acnt(&control);
-    free_acnt_list();
+                      insert_acnt_node("Music", 1);
+                      smb_ac_node control = {};
+                      control.read[0] = 'a';
+                      ac_put_acnt(&control);
+                      free_acnt_list();
 
-    smb_ac_list controls = {};
-    pacl = &controls;
-    ac_add_node(&control);
-    ac_remove_all();
-    pacl = nullptr;
+                      smb_ac_list controls = {};
+                      pacl = &controls;
+                      ac_add_node(&control);
+                      ac_remove_all();
+                      pacl = nullptr;
 
-    const smb_dfs_node link = {};
-    dfs_add_node(&link);
-    dfs_add_node(nullptr);
-    dfs_remove_all();
-    free(dfs_get_node());
-    free(get_acnt_node());
-    free(ac_get_node());
-  });
+                      const smb_dfs_node link = {};
+                      dfs_add_node(&link);
+                      dfs_add_node(nullptr);
+                      dfs_remove_all();
+                      free(dfs_get_node());
+                      free(get_acnt_node());
+                      free(ac_get_node());
+                    }});
 }
 
 TEST(FailedAllocation, ADomainIsJoinedAndLeftOrNot) {
@@ -308,28 +268,34 @@ TEST(FailedAllocation, ADomainIsJoinedAndLeftOrNot) {
     Appliance{}.script(command, ":");
   }
   in_a_domain();
-  expect_to_endure(
-      "domain",
-      [] {
-        ads_create_krb5_conf();
-        ads_create_nsswitch_conf();
-        ads_create_pam_samba(1);
-        ads_kinit();
-        ads_join_domain();
-        ads_check_user("dora");
-        ads_check_group("Sales Team");
-        check_hd();
-        ads_check_user_group();
-        Free_All_List();
-      },
-      stored_files());
+  const Files before = stored_files();
+  const std::vector<Use> uses{
+      {"krb5.conf", ads_create_krb5_conf},
+      {"nsswitch.conf and pam.d/samba",
+       [] {
+         ads_create_nsswitch_conf();
+         ads_create_pam_samba(1);
+       }},
+      {"kinit", [] { ads_kinit(); }},
+      {"net ads join", [] { ads_join_domain(); }},
+      {"a user of the domain", [] { ads_check_user("dora"); }},
+      {"a group of the domain", [] { ads_check_group("Sales Team"); }},
+      {"the accounts of the shares",
+       [] {
+         ads_check_user_group();
+         Free_All_List();
+       },
+       check_hd},
+  };
+  for (const Use &use : uses) {
+    expect_to_endure(use, before);
+  }
 }
 
 TEST(FailedAllocation, AHostIsBrowsedOrNot) {
   make_appliance();
   Appliance{}.script("smbclient", "printf 'Disk|music|songs\\nDisk|films|\\n'");
-  expect_to_endure(
-      "browsing", [] { get_host_share_name("nas1"); }, stored_files());
+  expect_to_endure({"browsing", [] { get_host_share_name("nas1"); }}, stored_files());
 }
 
 // ---- The failures find what they are for
@@ -351,8 +317,9 @@ TEST(FailedAllocation, ALossIsFound) {
     return 1;
   };
   Verdict verdict(change, before);
-  const Endured endured = fail_each([&] { verdict.begin(); }, change.run,
-                                    [&](const Interrupted &end) { return verdict.after_failure(end); });
+  const Endured endured =
+      fail_each_allocation([&] { verdict.begin(); }, change.run,
+                           [&](const Interrupted &end) { return verdict.after_failure(end); });
   EXPECT_NE(endured.findings.text().find("config.xml is neither the old nor the new file"), std::string::npos)
       << endured.findings.text();
 }
