@@ -22,7 +22,7 @@ namespace nasshare::tests {
 namespace {
 
 constexpr int programs = 10;
-constexpr int changes = 50;
+constexpr int changes = 25;
 constexpr const char *lock = "/run/nasshare.lock";
 
 void run_at_once(const std::function<bool(int program, int change)> &change) {

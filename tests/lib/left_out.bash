@@ -1,6 +1,6 @@
 # shellcheck shell=bash
 # Cases that a special run of the tests leaves out, in a file of lines "PATTERN REASON": a regular expression for their
-# names, and why. Names of cases are as ctest has them, such as acl.Tokens.AreCutAtCommas.
+# names, and why. Names of cases are as ctest has them, such as acl.Tokenizer.CutsAtRunsOfDelimiters.
 
 each_left_out() { grep -v -e '^#' -e '^$' "$1"; }
 
