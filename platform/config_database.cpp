@@ -2,7 +2,7 @@
 #include "base/decimal.h"
 #include "base/keep_aside.h"
 #include "base/program_lock.h"
-#include "base/store.h"
+#include "base/file_replacement.h"
 #include "base/text.h"
 #include "base/watch.h"
 #include "base/whole_file.h"

@@ -2,6 +2,7 @@
 #include "people_list.h"
 
 #include "acl/access_list.h"
+#include "acl/everyone.h"
 
 #include <algorithm>
 #include <stdexcept>

@@ -1,5 +1,5 @@
-// The values of a share record, as they come from a command line. Each throws Refusal or Usage for a value
-// that the record or Samba cannot hold, and for a folder or an account that does not exist.
+// The values of a share record, as they come from a command line. Each throws for a value that the
+// record or Samba cannot hold, and for a folder or an account that does not exist.
 #pragma once
 
 #include "arguments.h"

@@ -50,8 +50,8 @@ int ads_create_pam_samba(int value);
 int ads_check_user(const char *name);
 int ads_check_group(const char *name);
 
-/* Drops every entry of the access list (12288 bytes) that the domain does not list; the everyone value and
-   "#nobody#" alone stay. */
+/* Drops every entry of the access list (12288 bytes) that the domain does not list; the everyone value
+   "#nobody#,#@allaccount#" and "#nobody#" alone stay. */
 void ads_run_check_samba_list(char *list);
 
 /* Does so for the three lists of every listed share, and removes shares without any list. */

@@ -65,7 +65,7 @@ struct smb_catalogue {
   int32_t vol_hidden[2];        /* 1 when the volume's hidden system partition is mounted */
   char vol_hidden_path[2][512]; /* where it is mounted: "/mnt/HD_%c4" */
   int32_t vol_recycle[2];       /* 1 when a share on the volume has a recycle bin (create_smb_conf) */
-  char other_dev_name[512];     /* a SCSI disk that is in neither bay */
+  char other_dev_name[512];     /* the SCSI disk of the last line that is not a bay's own */
   int32_t other_dev_present;    /* 1 when other_dev_name was set */
   int32_t usb_exist[32];        /* 1 when the USB slot is mounted */
   int32_t usb_mark[32];         /* set with usb_exist; kept for callers */

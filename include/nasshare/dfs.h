@@ -3,12 +3,12 @@
  * that hold them, and the tree of symbolic links that Samba serves.
  *
  * Links are stored in /etc/NAS_CFG/smbdfs.xml, groups in
- * /etc/NAS_CFG/smbdfs_group.xml; each operation below that returns a result
- * loads its file, acts, replaces the file and leaves its list empty. A value
- * comes back from the files as it was given; one that has 512 bytes or more
- * once XML-escaped, and one that XML cannot hold, is refused with 0. A file
- * that cannot be parsed counts as empty. 0 is the answer, too, when the file
- * could not be written; it is then as it was.
+ * /etc/NAS_CFG/smbdfs_group.xml; each operation that adds, modifies,
+ * deletes or looks up loads its file, acts, replaces the file and leaves its
+ * list empty. A value comes back from the files as it was given; one that has
+ * 512 bytes or more once XML-escaped, and one that XML cannot hold, is refused
+ * with 0. A file that cannot be parsed counts as empty. 0 is the answer, too,
+ * when the file could not be written; it is then as it was.
  */
 #ifndef NASSHARE_DFS_H
 #define NASSHARE_DFS_H

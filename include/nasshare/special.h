@@ -21,7 +21,8 @@ void create_p2p_share(void);
    and sets list_changed; nothing unless exactly one process "modx" runs and the package is installed. */
 void create_amule_share(void);
 
-/* Inserts a read-only share per mounted image of the present volumes. */
+/* Inserts a share per image that the present volumes' catalogues of mounted images list, for those who may
+   read it there; without any list, for everyone. */
 void create_iso_share(void);
 
 /* Inserts the mounted images of one volume (0 or 1) from its ".systemfile/.iso_mount.xml", in Active

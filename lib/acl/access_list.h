@@ -11,10 +11,6 @@
 
 namespace nasshare {
 
-inline constexpr std::string_view everyone = "#nobody#,#@allaccount#";
-inline constexpr std::string_view domain_everyone = "#nobody#,#@Domain Users#";
-inline constexpr std::string_view guest = "nobody";
-inline constexpr std::string_view guest_entry = "#nobody#";
 inline constexpr std::string_view list_delimiters = "#,";
 
 class TokenIterator {

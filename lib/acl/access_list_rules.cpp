@@ -1,6 +1,7 @@
 // The rules between a share's lists: whom an empty one lets in, who the valid users are, and that guests are
 // denied wherever not everyone is let in.
 #include "acl/access_list.h"
+#include "acl/everyone.h"
 #include "nasshare/acl.h"
 
 namespace nasshare {
@@ -43,7 +44,7 @@ void rw_list_rule(smb_share *record) {
     assign(record->valid_users, everyone);
     return;
   }
-  const bool is_open = readers == everyone || writers == everyone;
+  const bool is_open = is_everyone(readers) || is_everyone(writers);
   if (is_open) {
     assign(record->valid_users, everyone);
   } else {

@@ -1,8 +1,9 @@
 // The lists of a record that is handed in: where everyone may write, or is denied, and others are named
 // beside, everyone becomes everyone else.
-#include "acl/access_list.h"
+#include "acl/everyone.h"
 #include "acl/list_accounts.h"
 #include "base/debug.h"
+#include "base/text.h"
 #include "model/load_verdict.h"
 #include "nasshare/acl.h"
 
@@ -14,8 +15,8 @@ void rebuld_input_data(smb_share *record) {
   }
   const LoadWatch watch;
   const auto readers = view(record->read_list);
-  const bool all_write = view(record->write_list) == everyone;
-  const bool all_denied = view(record->invalid_users) == everyone;
+  const bool all_write = is_everyone(view(record->write_list));
+  const bool all_denied = is_everyone(view(record->invalid_users));
   if (all_write && all_denied) {
     return;
   }

@@ -3,13 +3,14 @@
 
 #include "acl/access_list.h"
 #include "acl/accounts.h"
+#include "acl/everyone.h"
 #include "model/load_verdict.h"
 #include "nasshare/acl.h"
 
 namespace nasshare {
 
 void keep_known_entries(char *list, KnowsAccount knows_user, KnowsAccount knows_group) {
-  if (!is_given(list) || list == everyone || list == guest_entry) {
+  if (!is_given(list) || is_everyone(list) || list == guest_entry) {
     return;
   }
   ListBuilder known;
@@ -18,8 +19,7 @@ void keep_known_entries(char *list, KnowsAccount knows_user, KnowsAccount knows_
       known.add(token);
     }
   }
-  // A list of one empty name keeps the comma that ends every entry, which a longer list loses at its end:
-  // wanted.
+  // A list of one empty name gets a comma behind it: wanted, programs have always read it so.
   const bool is_one_empty_name = known.view() == "##";
   assign(list_field(list), Text<list_width>{known.view(), is_one_empty_name ? "," : ""}.view());
 }

@@ -1,5 +1,6 @@
 // Does an access list name the account, by itself or as a member of a group?
 #include "acl/access_list.h"
+#include "acl/everyone.h"
 #include "acl/list_accounts.h"
 #include "base/argument.h"
 #include "model/domain_mode.h"
@@ -17,7 +18,7 @@ bool names_member(std::string_view list, const char *name) {
 }
 
 bool names_local_account(std::string_view list, const Argument &name) {
-  if (list == everyone) {
+  if (is_everyone(list)) {
     return true;
   }
   if (is_group(name.view()) && contains(list, Text<list_width>{"#", name.view(), "#"}.view())) {

@@ -2,6 +2,7 @@
 // "DOMAIN+name".
 #include "acl/access_list.h"
 #include "acl/accounts.h"
+#include "acl/everyone.h"
 #include "model/domain_mode.h"
 #include "model/load_verdict.h"
 #include "nasshare/acl.h"

@@ -1,4 +1,5 @@
-// The results of joining a domain (50 and following) and of obtaining a ticket (100 and following).
+// The results of joining a domain and of obtaining a ticket that are no phrase's; the phrases' own, 51 to 55
+// and 101 to 104, stand beside them.
 #pragma once
 
 namespace nasshare {

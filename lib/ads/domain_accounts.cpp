@@ -3,7 +3,7 @@
 #include "base/lines.h"
 #include "base/linked_list.h"
 #include "model/load_verdict.h"
-#include "model/own_name.h"
+#include "model/skipped_accounts.h"
 #include "nasshare/acl.h"
 #include "nasshare/ads.h"
 
@@ -28,8 +28,7 @@ bool lists_or_note(const char *command, std::string_view name, int most_lines, P
 }
 
 bool domain_user_exists_or_note(std::string_view name) {
-  return lists_or_note("wbinfo -u", name, most_users,
-                       [](std::string_view line) { return line == "krbtgt" || begins_with_own_name(line); });
+  return lists_or_note("wbinfo -u", name, most_users, is_skipped_domain_user);
 }
 
 bool domain_group_exists_or_note(std::string_view name) {

@@ -15,7 +15,7 @@ std::optional<int> code_of_join_line(std::string_view line) {
       {"Improperly formed account name", 53},
       {"Failed to set servicePrincipalNames", 53},
       {"Failed to join domain", 55},
-      {"Failed", 56},
+      {"Failed", join_not_started},
   };
   return code_of_line(line, phrases);
 }

@@ -16,7 +16,7 @@ namespace nasshare {
 namespace {
 
 void run(const char *command) {
-  static_cast<void>(std::system(command)); // whether it worked shows in the join that follows
+  static_cast<void>(std::system(command)); // of the steps, the join and the ticket alone have an answer
 }
 
 bool configuration_exists() {

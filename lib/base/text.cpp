@@ -1,4 +1,4 @@
-// Where a text may be cut, and what counts as white-space.
+// Where a text may be cut, and how the words of a line are taken.
 #include "base/text.h"
 
 #include <cstring>

@@ -1,8 +1,8 @@
 // Storing XML files: only a text that reads back is stored, and a broken file with records is kept.
 #include "base/xml_store.h"
 
+#include "base/file_replacement.h"
 #include "base/keep_aside.h"
-#include "base/store.h"
 #include "base/text.h"
 #include "base/watch.h"
 #include "base/whole_file.h"

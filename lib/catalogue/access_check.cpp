@@ -2,6 +2,7 @@
 // enter then.
 #include "acl/access_list.h"
 #include "acl/accounts.h"
+#include "acl/everyone.h"
 #include "acl/known_entries.h"
 #include "acl/list_accounts.h"
 #include "base/linked_list.h"
@@ -21,10 +22,10 @@ void leave_to_everyone(std::string_view everyone_list, std::initializer_list<cha
 
 void check_share(smb_share &share) {
   keep_known_entries(share, user_exists_or_note, group_exists_or_note);
-  if (view(share.write_list) == everyone) {
+  if (is_everyone(view(share.write_list))) {
     leave_to_everyone(share.write_list, {share.read_list});
   }
-  if (view(share.invalid_users) == everyone) {
+  if (is_everyone(view(share.invalid_users))) {
     leave_to_everyone(share.invalid_users, {share.read_list, share.write_list});
   }
 }
@@ -42,7 +43,7 @@ using namespace nasshare;
 
 void check_user_group(void) {
   if (is_domain_mode()) {
-    return; // the domain's accounts are checked against winbind instead
+    return; // programs check a domain's accounts when they want to, with ads_check_user_group()
   }
   const LoadWatch watch;
   std::ranges::for_each(each(*pss), check_share);

@@ -1,5 +1,6 @@
 // One account's permissions on the listed shares: what becomes of each share's lists.
 #include "acl/access_list.h"
+#include "acl/everyone.h"
 #include "acl/permission.h"
 #include "acl/permission_records.h"
 #include "base/argument.h"
@@ -62,7 +63,7 @@ void change_explicit_lists(smb_share &share, const Argument &account, std::uint3
   }
 }
 
-// A domain's accounts cannot be enumerated one by one: every other entry goes.
+// A directory may be too large to name everyone else one by one: every other entry goes.
 void change_open_domain_share(smb_share &share, const Argument &account, std::uint32_t permission) {
   share.read_list[0] = '\0';
   share.write_list[0] = '\0';
@@ -86,7 +87,7 @@ void change_open_local_share(smb_share &share, const Argument &account, std::uin
 // The first of the three lists that lets in, or keeps out, everyone; null when all are explicit.
 char *open_list_of(smb_share &share) {
   for (auto *const list : {share.read_list, share.write_list, share.invalid_users}) {
-    if (std::string_view(list) == everyone) {
+    if (is_everyone(list)) {
       return list;
     }
   }
@@ -101,7 +102,7 @@ void change_share(smb_share &share, const Argument &account, std::uint32_t permi
     change_open_domain_share(share, account, permission);
   } else {
     const auto *const list = list_of(share, permission);
-    if (list != nullptr && std::string_view(list) == everyone) {
+    if (list != nullptr && is_everyone(list)) {
       trace_debug("[do nothing]\n");
       return;
     }

@@ -37,7 +37,7 @@ void normalise_lists_or_note(smb_share &record) {
 // answer is false.
 bool place_on_volume(smb_share &record) {
   for (const int volume : volumes) {
-    if (view(record.path).starts_with(mount_point(volume))) {
+    if (begins_on_volume(view(record.path), volume)) {
       record.volume_raid = pss->vol_raid_type[volume];
       assign(record.hd_serial, view(pss->vol_comp_str[volume]));
       return true;

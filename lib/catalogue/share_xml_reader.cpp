@@ -52,13 +52,13 @@ void read_item(xmlNode *item, int volume, RecordAdoption &adoption) {
   read_child(item, "hd_serial", share.hd_serial);
   adoption.renumber_or_note(share);
   if (!adoption.accepts(share)) {
-    if (adoption.may_be_own(share) && contains(ChildText(item, "path").view(), mount_point(volume))) {
+    if (adoption.may_be_own(share) && mentions_volume(ChildText(item, "path").view(), volume)) {
       note_lack();
     }
     return;
   }
   read_place(item, volume, share);
-  if (!contains(view(share.path), mount_point(volume))) {
+  if (!mentions_volume(view(share.path), volume)) {
     list_debug("xxxxxxxxxxxxxxxxx[%s][%d]\n", share.path, volume); // wanted: scripts look for it
     return;
   }

@@ -1,7 +1,7 @@
 // Every hidden system partition gets the whole catalogue, so that any disk alone knows its shares.
 #include "catalogue/spreading.h"
 
-#include "base/store.h"
+#include "base/file_replacement.h"
 #include "base/xml_store.h"
 #include "catalogue/hidden_folders.h"
 #include "catalogue/share_xml.h"

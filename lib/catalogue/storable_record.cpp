@@ -2,6 +2,7 @@
 #include "catalogue/storable_record.h"
 
 #include "acl/access_list.h"
+#include "acl/everyone.h"
 #include "base/text.h"
 #include "base/xml_characters.h"
 

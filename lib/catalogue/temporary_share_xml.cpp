@@ -2,8 +2,8 @@
 // the file's own name goes.
 #include "catalogue/temporary_share_xml.h"
 
+#include "base/file_replacement.h"
 #include "base/folder_of.h"
-#include "base/store.h"
 #include "base/text.h"
 
 #include <cerrno>
@@ -22,8 +22,8 @@ Descriptor create_successor(Path &name) {
   return Descriptor(name.is_whole() ? mkostemp(name.field().data(), O_CLOEXEC) : -1);
 }
 
-// Over whatever stands there. A folder changes places with the file, so that there is never room for the next
-// one; it may come and go meanwhile.
+// Over whatever stands there. A folder changes places with the file: were it removed first, another could be
+// planted before the file is there. It may come and go meanwhile.
 bool rename_over(const char *successor, const char *target) {
   constexpr int most_attempts = 1000;
   for (int attempt = 0; attempt < most_attempts; ++attempt) {

@@ -63,10 +63,8 @@ smb_dfs_node *dfs_check_node(const smb_dfs_node *key) {
   if (key == nullptr) {
     return nullptr;
   }
-  const auto is_key = [key](const smb_dfs_node &link) {
-    return view(link.group) == view(key->group) && view(link.local) == view(key->local);
-  };
-  return find(*pdfs, is_key);
+  return find(*pdfs,
+              [key](const smb_dfs_node &link) { return is_link(link, view(key->group), view(key->local)); });
 }
 
 void dfs_modify_node_by_group(const char *old_group, const char *new_group) {

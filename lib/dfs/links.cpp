@@ -3,6 +3,7 @@
 #include "base/linked_list.h"
 #include "base/program_lock.h"
 #include "base/xml_characters.h"
+#include "dfs/link_records.h"
 #include "dfs/link_store.h"
 #include "nasshare/dfs.h"
 
@@ -40,7 +41,7 @@ smb_dfs_node *load_link(const char *group, const char *local) {
   const Argument wanted_local(local);
   get_dfs_info();
   return find(*pdfs, [&](const smb_dfs_node &link) {
-    return view(link.group) == wanted_group.view() && view(link.local) == wanted_local.view();
+    return is_link(link, wanted_group.view(), wanted_local.view());
   });
 }
 

@@ -1,4 +1,4 @@
-// The names of shares that nobody adds by hand.
+// The names by which shares are known that nobody adds by hand. An ISO image's share has the name of its own.
 #pragma once
 
 #include "base/text.h"
@@ -15,7 +15,7 @@ inline bool is_usb_disk_name(std::string_view name) {
   return contains(name, usb_disk_mark);
 }
 
-// Removable disks and the download folders never take permissions of an account.
+// The first USB disk's shares and the download folders never take permissions of an account.
 inline bool is_automatic_name(std::string_view name) {
   return is_usb_disk_name(name) || name == p2p_name || name == amule_name;
 }

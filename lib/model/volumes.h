@@ -50,6 +50,15 @@ inline std::string_view mount_point(int volume) {
   return SMB_VOL_NAME[volume];
 }
 
+// Two readings of a path that lies on a volume, wanted: one that is handed in begins with the mount point,
+// and in one that was stored, or that another program wrote, it stands anywhere.
+inline bool begins_on_volume(std::string_view path, int volume) {
+  return path.starts_with(mount_point(volume));
+}
+inline bool mentions_volume(std::string_view path, int volume) {
+  return contains(path, mount_point(volume));
+}
+
 // The share name of a volume that has none configured.
 inline constexpr std::string_view default_share_names[] = {"Volume_1", "Volume_2"};
 

@@ -2,12 +2,12 @@
 #include "smbconf/domain_users.h"
 
 #include "base/decimal.h"
-#include "model/own_name.h"
+#include "model/skipped_accounts.h"
 
 namespace nasshare {
 
 std::optional<DomainUser> domain_user_of_line(std::string_view line) {
-  if (begins_with_own_name(line) || line == "krbtgt" || contains(line, "Error looking up domain users")) {
+  if (is_skipped_domain_user(line) || contains(line, "Error looking up domain users")) {
     return std::nullopt;
   }
   DomainUser user;

@@ -2,6 +2,7 @@
 #include "base/watch.h"
 #include "catalogue/hidden_folders.h"
 #include "nasshare/smbconf.h"
+#include "smbconf/option_lines.h"
 
 #include <cstdio>
 #include <unistd.h>
@@ -13,8 +14,9 @@ void determine_printer_in_hidden(FILE *file) {
   const bool is_listed = each_hidden_folder([&is_done, file](const HiddenFolder &folder) {
     if (!is_done && access(folder.c_str(), F_OK) == 0) {
       is_done = true;
+      write_section(file, "printers");
       std::fprintf(file,
-                   "[ printers ]\npath = %s/.lpd\nguest ok = yes\nprintable = yes\nuse client driver = yes\n"
+                   "path = %s/.lpd\nguest ok = yes\nprintable = yes\nuse client driver = yes\n"
                    "browseable = no\n\n",
                    folder.c_str());
     }

@@ -1,6 +1,7 @@
 // Every user's own directory in a recycle folder.
 #include "acl/access_list.h"
 #include "acl/account_walk.h"
+#include "acl/everyone.h"
 #include "base/lines.h"
 #include "base/owners.h"
 #include "base/text.h"

@@ -1,4 +1,5 @@
-// The sections of smb.conf, in the order in which they are written.
+// The sections of smb.conf, in the order in which they are written; the printers' follows the global one
+// (nasshare/smbconf.h).
 #pragma once
 
 #include "model/file_services.h"

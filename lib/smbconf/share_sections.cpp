@@ -19,7 +19,7 @@ bool has_recycle_bin(const smb_share &share) {
 
 void mark_recycling_volume(const smb_share &share) {
   for (const int volume : volumes) {
-    if (has_recycle_bin(share) && contains(view(share.path), mount_point(volume))) {
+    if (has_recycle_bin(share) && mentions_volume(view(share.path), volume)) {
       pss->vol_recycle[volume] = 1;
     }
   }

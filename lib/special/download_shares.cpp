@@ -17,7 +17,7 @@ constexpr const char *p2p_settings = "/etc/NAS_CFG/p2psettings.xml";
 // The first volume whose mount point the place contains, else the first volume.
 int volume_of(std::string_view place) {
   const auto found =
-      std::ranges::find_if(volumes, [place](int volume) { return contains(place, mount_point(volume)); });
+      std::ranges::find_if(volumes, [place](int volume) { return mentions_volume(place, volume); });
   return found == volumes.end() ? volumes.front() : *found;
 }
 

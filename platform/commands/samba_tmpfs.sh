@@ -1,5 +1,5 @@
 #!/bin/sh
-# samba_tmpfs.sh 1|0: puts Samba's state and cache folders into memory, or takes them back from the disk. What a
+# samba_tmpfs.sh 1|0: puts Samba's state and cache folders into memory, or puts them back on the disk. What a
 # domain leaves there (the machine's password, caches) begins empty with 1 and is gone after 0. smbd and winbindd
 # must not run meanwhile.
 folders='/var/lib/samba /var/cache/samba'

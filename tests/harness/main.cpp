@@ -28,6 +28,7 @@ class OneCaseOnly : public testing::EmptyTestEventListener {
 } // namespace
 } // namespace nasshare::tests
 
+// NOLINTNEXTLINE(bugprone-exception-escape): an exception ends a test program as it should
 int main(int argc, char **argv) {
   // As on a terminal, so that lines of this process and of its children stay in order.
   std::setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);

@@ -1,6 +1,6 @@
 // How a stored file is replaced: the successor is written beside it, flushed and renamed over it, and the
 // folder flushed.
-#include "base/store.h"
+#include "base/file_replacement.h"
 
 #include "base/descriptors.h"
 #include "base/folder_of.h"
