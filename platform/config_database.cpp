@@ -1,8 +1,8 @@
 // The configuration database of the appliance: /etc/NAS_CFG/config.xml, root element "config".
 #include "base/decimal.h"
+#include "base/file_replacement.h"
 #include "base/keep_aside.h"
 #include "base/program_lock.h"
-#include "base/file_replacement.h"
 #include "base/text.h"
 #include "base/watch.h"
 #include "base/whole_file.h"
