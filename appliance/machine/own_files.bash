@@ -1,6 +1,6 @@
 # shellcheck shell=bash disable=SC2154
 # What lies in the machine's own folders: the skeleton beside this file, and what programs need of the host's /etc and
-# /dev. $host_etc and $host_dev are descriptors of these.
+# /dev. $skeleton, $host_etc and $host_dev are descriptors of these.
 
 make_folders() {
   mkdir -p /etc/alternatives /etc/samba /etc/NAS_CFG /dev/pts /run/lock /run/samba /run/appliance/disks /run/appliance/arrays
@@ -10,7 +10,7 @@ make_folders() {
 
 # The modes are those of the machine, whatever they are in the clone.
 copy_skeleton() {
-  cp -dR "$here"/skeleton/. /
+  cp -dR "/proc/self/fd/$skeleton/." /
   chmod -R u=rwX,go=rX /etc /run/appliance
   chmod 0600 /etc/shadow
 }
