@@ -3,6 +3,7 @@
 #include "lists.h"
 
 #include "acl/access_list.h"
+#include "acl/everyone.h"
 
 namespace nasshare::fuzzing {
 namespace {
