@@ -2,6 +2,7 @@
 #include "commands.h"
 #include "loaded_catalogue.h"
 #include "nasshare/support.h"
+#include "service_commands.h"
 
 #include <cstdio>
 
@@ -112,6 +113,7 @@ using namespace nasshare::cli;
 int main(int argc, char **argv) {
   try {
     explain_end_while_loading();
+    find_service_commands();
     return run(Words(argv + 1, argv + argc));
   } catch (const Usage &usage) {
     return complain(wrong_usage, usage.what());

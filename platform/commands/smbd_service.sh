@@ -5,9 +5,20 @@
 smb_conf=/etc/samba/smb.conf          # generated from the catalogue, never changed here
 smbd_conf=/run/samba/smbd.conf        # what smbd reads, derived from it
 smb_passwd=/etc/samba/smbpasswd       # the accounts ("smb passwd file")
-service_file=/run/samba/nasshare-smbd # "<pid> <mark>" of the smbd that was started
+service_file=/run/samba/nasshare-smbd # "<pid> <mark>" of the smbd that was started; "- <mark>" while it starts
+service_lock=/run/nasshare-service.lock
+
+# Whatever the starter's mask: nobody else writes what these commands make, and everybody may read it.
+umask 022
 
 complain() { echo "${0##*/}: $*" >&2; }
+
+# One of these commands at a time loads, publishes and tells smbd, so that what was loaded first never replaces
+# what was loaded later. The lock goes with the last process that has descriptor 9.
+lock_service() {
+  exec 9>"$service_lock"
+  flock 9
+}
 
 # The folders of the Samba service and the printers section's spool folder.
 prepare_folders() {
@@ -29,11 +40,11 @@ unknown_options() {
 # Samba takes the blanks of "[ Music ]" for a part of the name, and keeps accounts elsewhere unless told. A file
 # that it refuses does not replace the one that it has.
 derive_smbd_conf() {
-  trap 'rm -f "$smbd_conf.new" "$smbd_conf.unknown"' EXIT
-  if LC_ALL=C awk -f "$here/smbd_conf.awk" "$smb_conf" >"$smbd_conf.new" &&
-    unknown_options "$smbd_conf.new" >"$smbd_conf.unknown" &&
-    LC_ALL=C awk -v unknown="$smbd_conf.unknown" -f "$here/smbd_conf.awk" "$smb_conf" >"$smbd_conf.new"; then
-    mv "$smbd_conf.new" "$smbd_conf"
+  trap 'rm -f "$smbd_conf.new.$$" "$smbd_conf.unknown.$$"' EXIT
+  if [ -s "$smb_conf" ] && LC_ALL=C awk -f "$here/smbd_conf.awk" "$smb_conf" >"$smbd_conf.new.$$" &&
+    unknown_options "$smbd_conf.new.$$" >"$smbd_conf.unknown.$$" &&
+    LC_ALL=C awk -v unknown="$smbd_conf.unknown.$$" -f "$here/smbd_conf.awk" "$smb_conf" >"$smbd_conf.new.$$"; then
+    mv "$smbd_conf.new.$$" "$smbd_conf"
   else
     complain "Samba cannot take $smb_conf (see testparm $smb_conf)"
     return 1
