@@ -1,8 +1,8 @@
 // One program at a time loads, changes and stores. The lock is advisory (flock) and goes with its holder,
 // however that ends; where /run is not there or not writable, programs go on without it.
 //
-// A program that takes several takes them in this order: DFS groups, then DFS links; or the catalogue; then a
-// file that is written in place; then the configuration database.
+// A program that takes several takes them in this order: DFS groups, then DFS links; the DFS tree; or the
+// catalogue; then a file that is written in place; then the configuration database.
 #pragma once
 
 #include "base/owners.h"

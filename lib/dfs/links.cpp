@@ -16,7 +16,7 @@ bool are_given(std::initializer_list<const char *> values) {
   return std::ranges::all_of(values, is_given);
 }
 
-// A host is stored as it is handed over, so only its own length counts.
+// A host is markup, stored as it is handed over, so only its own length counts.
 bool is_storable_host(std::string_view host) {
   return host.size() < name_width && can_xml_hold(host);
 }

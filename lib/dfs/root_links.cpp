@@ -3,6 +3,7 @@
 #include "base/debug.h"
 #include "base/linked_list.h"
 #include "base/owners.h"
+#include "base/program_lock.h"
 #include "base/shell_escape.h"
 #include "dfs/dfs_root.h"
 #include "model/dfs_switch.h"
@@ -14,6 +15,9 @@
 
 namespace nasshare {
 namespace {
+
+// Held while the tree is built: two that build at once would take each other's folders away.
+constexpr const char *dfs_tree_lock = "/run/nasshare-dfs-tree.lock";
 
 using Command = Text<2 * path_width>; // every character of the four values may take a backslash
 
@@ -80,6 +84,7 @@ void create_dfs_link(void) {
   if (!is_dfs_on()) {
     return; // the old tree stays: wanted
   }
+  const ProgramLock lock(dfs_tree_lock);
   get_dfs_info();
   if (make_closed_root()) {
     std::ranges::for_each(each(*pdfs), make_link_in_tree);

@@ -62,14 +62,28 @@ TEST(RoundTrips, AnAddedLinkStaysWhatItWas) {
     SCOPED_TRACE(value);
     const char *v = value.c_str();
     Appliance{}.remove(link_path);
-    ASSERT_EQ(add_dfs_node(v, v, v, v), 1U);
-    EXPECT_EQ(read_file(link_path), link_file({{stored, stored, stored, stored}}));
+    ASSERT_EQ(add_dfs_node("srv1", v, v, v), 1U);
+    EXPECT_EQ(read_file(link_path), link_file({{"srv1", stored, stored, stored}}));
     rewrite_ten_times();
-    EXPECT_EQ(read_file(link_path), link_file({{stored, stored, stored, stored}}));
-    EXPECT_EQ(stored_links(), (Links{{value, value, value, value}}));
+    EXPECT_EQ(read_file(link_path), link_file({{"srv1", stored, stored, stored}}));
+    EXPECT_EQ(stored_links(), (Links{{"srv1", value, value, value}}));
     EXPECT_EQ(chk_dfs_node_exist(v, v), 1U);
     EXPECT_EQ(add_dfs_node("srv1", "music", v, v), 0U);
     EXPECT_EQ(del_dfs_node(v, v), 1U);
+  }
+}
+
+// A host is markup: what stands there as a reference is the character that it means.
+TEST(RoundTrips, AHostIsStoredAsItIsHandedOver) {
+  const std::vector<std::pair<std::string, std::string>> hosts{
+      {"a&amp;b", "a&amp;b"}, {"&lt;", "&lt;"}, {"&#38;", "&amp;"}, {"R&D", "R&amp;D"}, {"a<b", "a&lt;b"}};
+  for (const auto &[host, stored] : hosts) {
+    SCOPED_TRACE(host);
+    Appliance{}.remove(link_path);
+    ASSERT_EQ(add_dfs_node(host.c_str(), "music", "tunes", "media"), 1U);
+    EXPECT_EQ(read_file(link_path), link_file({{stored, "music", "tunes", "media"}}));
+    ASSERT_EQ(mod_dfs_node(host.c_str(), "music", "songs", "media", "tunes", "media"), 1U);
+    EXPECT_EQ(read_file(link_path), link_file({{stored, "music", "songs", "media"}}));
   }
 }
 
@@ -78,9 +92,9 @@ TEST(RoundTrips, AChangedLinkStaysWhatItWas) {
     SCOPED_TRACE(value);
     const char *v = value.c_str();
     Appliance{}.file(link_path, link_file({{"srv1", "music", "tunes", "media"}}));
-    ASSERT_EQ(mod_dfs_node(v, v, v, v, "tunes", "media"), 1U);
+    ASSERT_EQ(mod_dfs_node("srv1", v, v, v, "tunes", "media"), 1U);
     rewrite_ten_times();
-    EXPECT_EQ(read_file(link_path), link_file({{stored, stored, stored, stored}}));
+    EXPECT_EQ(read_file(link_path), link_file({{"srv1", stored, stored, stored}}));
     EXPECT_EQ(mod_dfs_node("srv1", "music", "tunes", "media", v, v), 1U);
     EXPECT_EQ(read_file(link_path), link_file({{"srv1", "music", "tunes", "media"}}));
   }
