@@ -1,6 +1,8 @@
 // Where an access list may be cut.
 #include "acl/access_list.h"
 
+#include "base/watch.h"
+
 namespace nasshare {
 
 std::string_view cut_list(std::string_view list, std::size_t room) {
@@ -15,6 +17,13 @@ std::string_view cut_list(std::string_view list, std::size_t room) {
 
 void assign_list(std::span<char> field, std::string_view list) {
   place(field, cut_list(list, field.size() - 1));
+}
+
+void assign_denied_or_note(std::span<char> field, std::string_view list) {
+  if (list.size() >= field.size()) {
+    note_doubt();
+  }
+  assign_list(field, list);
 }
 
 } // namespace nasshare

@@ -78,6 +78,7 @@ public:
   void add(std::string_view token) { add_entry("#", token, "#"); }
 
   [[nodiscard]] std::string_view view() const { return text_.view(); }
+  [[nodiscard]] bool is_whole() const { return !is_full_; } // no entry has been left out
 
 private:
   Text<list_width> text_;
@@ -96,5 +97,8 @@ std::string_view cut_list(std::string_view list, std::size_t room);
 
 // Copies the list into the field, cut so to its width. The list may overlap the field.
 void assign_list(std::span<char> field, std::string_view list);
+
+// The same for a list of those who are denied: whoever is cut off would be let in, so that is doubt.
+void assign_denied_or_note(std::span<char> field, std::string_view list);
 
 } // namespace nasshare

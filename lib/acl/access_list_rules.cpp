@@ -2,6 +2,7 @@
 // denied wherever not everyone is let in.
 #include "acl/access_list.h"
 #include "acl/everyone.h"
+#include "model/load_verdict.h"
 #include "nasshare/acl.h"
 
 namespace nasshare {
@@ -19,10 +20,10 @@ void write_valid_users(smb_share &share) {
 }
 
 // Anything that contains "nobody" counts as naming the guest: wanted.
-void deny_guest(smb_share &share) {
+void deny_guest_or_note(smb_share &share) {
   const auto denied = view(share.invalid_users);
   if (!contains(denied, guest)) {
-    assign_list(share.invalid_users, Text<2 * list_width>{guest_entry, ",", denied}.view());
+    assign_denied_or_note(share.invalid_users, Text<2 * list_width>{guest_entry, ",", denied}.view());
   }
 }
 
@@ -35,6 +36,7 @@ void rw_list_rule(smb_share *record) {
   if (record == nullptr) {
     return;
   }
+  const LoadWatch watch;
   const auto readers = view(record->read_list);
   const auto writers = view(record->write_list);
   const bool denies_some = record->invalid_users[0] != '\0';
@@ -51,7 +53,7 @@ void rw_list_rule(smb_share *record) {
     write_valid_users(*record);
   }
   if (denies_some) {
-    deny_guest(*record);
+    deny_guest_or_note(*record);
   } else if (!is_open) {
     assign(record->invalid_users, guest_entry);
   }

@@ -2,6 +2,7 @@
 // beside, everyone becomes everyone else.
 #include "acl/everyone.h"
 #include "acl/list_accounts.h"
+#include "acl/other_accounts.h"
 #include "base/debug.h"
 #include "base/text.h"
 #include "model/load_verdict.h"
@@ -28,6 +29,8 @@ void rebuld_input_data(smb_share *record) {
   list_debug("run rebuld_input_data! [%d][%d]\n", all_write ? 1 : 0, all_denied ? 1 : 0);
   record_accounts_or_note(readers);
   record_accounts_or_note(view(other_list));
-  rebuild_user_list_except_input(all_denied ? record->invalid_users : record->write_list);
+  if (!list_other_accounts_or_note(all_denied ? record->invalid_users : record->write_list) && all_denied) {
+    note_doubt(); // whoever is left out would be let in
+  }
   Free_Name_List();
 }

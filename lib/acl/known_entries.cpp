@@ -19,6 +19,9 @@ void keep_known_entries(char *list, KnowsAccount knows_user, KnowsAccount knows_
       known.add(token);
     }
   }
+  if (!known.is_whole()) {
+    note_doubt(); // the list may be that of those who are denied
+  }
   // A list of one empty name gets a comma behind it: wanted, programs have always read it so.
   const bool is_one_empty_name = known.view() == "##";
   assign(list_field(list), Text<list_width>{known.view(), is_one_empty_name ? "," : ""}.view());

@@ -1,29 +1,46 @@
 // "Everyone but these": the accounts of the system that are not in the name records, each by its name.
+#include "acl/other_accounts.h"
+
 #include "acl/access_list.h"
 #include "acl/account_walk.h"
+#include "acl/list_entry.h"
 #include "acl/name_records.h"
 #include "base/debug.h"
 #include "model/load_verdict.h"
 #include "model/skipped_accounts.h"
 #include "nasshare/acl.h"
 
-using namespace nasshare;
+namespace nasshare {
 
-char *rebuild_user_list_except_input(char *list) {
-  if (list == nullptr) {
-    return nullptr;
-  }
-  const LoadWatch watch;
+bool list_other_accounts_or_note(char *list) {
   note(name_trouble());
   trace_debug("$$$list[%s]\n", list); // the marks are wanted: scripts look for them
   ListBuilder others;
-  each_account_or_note([&others](const passwd &account) {
-    if (!is_among(accounts_without_list_entry, account.pw_name) &&
-        Check_Name_Node(account.pw_name) == nullptr) {
+  bool can_all_be_listed = true;
+  each_account_or_note([&](const passwd &account) {
+    if (is_among(accounts_without_list_entry, account.pw_name) ||
+        Check_Name_Node(account.pw_name) != nullptr) {
+      return;
+    }
+    if (is_list_entry(account.pw_name)) {
       others.add(account.pw_name);
+    } else {
+      can_all_be_listed = false; // in a list it would be another account, or several
     }
   });
   assign(list_field(list), others.view());
   trace_debug("$$$[%s]\n", list);
+  return can_all_be_listed && others.is_whole();
+}
+
+} // namespace nasshare
+
+using namespace nasshare;
+
+char *rebuild_user_list_except_input(char *list) {
+  if (list != nullptr) {
+    const LoadWatch watch;
+    static_cast<void>(list_other_accounts_or_note(list)); // the list is the answer
+  }
   return list;
 }

@@ -1,5 +1,7 @@
 // An access list in Samba's form ("valid users" in smb.conf(5)): names in double quotes, domain accounts as
 // "DOMAIN+name".
+#include "acl/samba_form.h"
+
 #include "acl/access_list.h"
 #include "acl/accounts.h"
 #include "acl/everyone.h"
@@ -26,7 +28,7 @@ void add_user(ListBuilder &list, std::string_view name) {
   list.add_entry(name == guest ? "\"" : domain.view(), name, "\"");
 }
 
-void convert_domain_list(std::span<char> list) {
+bool convert_domain_list_or_note(std::span<char> list) {
   ListBuilder converted;
   for (const auto token : Tokens(view(list))) {
     if (is_group(token)) {
@@ -36,21 +38,26 @@ void convert_domain_list(std::span<char> list) {
     }
   }
   assign(list, converted.view());
+  return converted.is_whole();
 }
 
 } // namespace
+
+bool convert_list_or_note(char *list) {
+  if (is_domain_mode()) {
+    return convert_domain_list_or_note(list_field(list));
+  }
+  std::ranges::replace(std::span(list, std::string_view(list).size()), '#', '"');
+  return true;
+}
+
 } // namespace nasshare
 
 using namespace nasshare;
 
 void convert_list(char *list) {
-  if (!is_given(list)) {
-    return;
-  }
-  const LoadWatch watch;
-  if (is_domain_mode()) {
-    convert_domain_list(list_field(list));
-  } else {
-    std::ranges::replace(std::span(list, std::string_view(list).size()), '#', '"');
+  if (is_given(list)) {
+    const LoadWatch watch;
+    static_cast<void>(convert_list_or_note(list)); // the list is the answer
   }
 }

@@ -18,7 +18,9 @@ template <class PassOver>
 bool lists_or_note(const char *command, std::string_view name, int most_lines, PassOver pass_over) {
   bool is_found = false;
   int count = 0;
-  for (const auto line : CommandLines(command)) { // to the end, so that the command is not cut off
+  // A name that was not printed any more may be that of somebody who is denied.
+  CommandLines lines(command, {.is_doubtful = true});
+  for (const auto line : lines) { // to the end, so that the command is not cut off
     if (!pass_over(line)) {
       ++count;
       is_found = is_found || (count <= most_lines && line == name);

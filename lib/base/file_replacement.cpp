@@ -4,16 +4,18 @@
 
 #include "base/descriptors.h"
 #include "base/folder_of.h"
-#include "base/text.h"
 
 #include <cerrno>
 #include <cstdio>
 #include <fcntl.h>
+#include <sys/random.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 namespace nasshare {
 namespace {
+
+constexpr std::string_view successor_suffix = ".new";
 
 bool flush(const char *path, int flags) {
   Descriptor file(open(path, O_RDONLY | O_CLOEXEC | flags));
@@ -29,57 +31,109 @@ bool take_over_mode(int fd, const char *path) {
   return (is_same_owner || fchown(fd, old.st_uid, old.st_gid) == 0) && fchmod(fd, old.st_mode & 07777U) == 0;
 }
 
-mode_t mode_of_new_files() {
-  const mode_t mask = umask(0);
-  umask(mask);
-  return 0664U & ~mask; // under a mask of zero too, nobody else is to write who may read what
-}
-
-bool rename_over(const char *successor, const char *target) {
-  if (std::rename(successor, target) == 0) {
-    flush_folder_of(target);
-    return true;
+// Letters and digits that nobody can know beforehand.
+Text<8> secret_word() {
+  constexpr std::string_view letters = "abcdefghijklmnopqrstuvwxyz012345";
+  std::array<unsigned char, 6> bytes{};
+  if (getrandom(bytes.data(), bytes.size(), 0) != std::ssize(bytes)) {
+    return {};
   }
-  unlink(successor);
-  return false;
+  Text<8> word;
+  for (const auto byte : bytes) {
+    word.append(letters.substr(byte % letters.size(), 1));
+  }
+  return word;
 }
 
 } // namespace
 
-bool fill_successor(Descriptor &successor, const char *path, std::string_view content, Mode mode) {
-  const bool has_mode = mode == Mode::as_created ? fchmod(successor.get(), mode_of_new_files()) == 0
-                                                 : take_over_mode(successor.get(), path);
-  return has_mode && write_all(successor.get(), content) && fsync(successor.get()) == 0 &&
-         successor.close() == 0;
+Successor::Successor(std::string_view path, Naming naming) : path_{path}, naming_(naming) {}
+
+Descriptor Successor::create_with_secret_name(mode_t permissions) {
+  constexpr int most_attempts = 100;
+  for (int attempt = 0; attempt < most_attempts; ++attempt) {
+    const auto word = secret_word();
+    name_ = {path_.view(), successor_suffix, ".", word.view()};
+    if (word.is_empty() || !name_.is_whole()) {
+      break;
+    }
+    Descriptor file(open(name_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, permissions));
+    stands_ = static_cast<bool>(file);
+    if (stands_ || errno != EEXIST) {
+      return file;
+    }
+  }
+  return Descriptor(-1);
 }
 
-void flush_folder_of(std::string_view path) {
-  static_cast<void>(flush(folder_of(path).c_str(), O_DIRECTORY));
+Descriptor Successor::create(mode_t permissions) {
+  name_ = {path_.view(), successor_suffix};
+  if (!path_.is_whole() || !name_.is_whole()) {
+    return Descriptor(-1); // a cut name is another file's
+  }
+  if (naming_ == Naming::plain) {
+    unlink(name_.c_str()); // what a power cut may have left
+    Descriptor file(open(name_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, permissions));
+    stands_ = static_cast<bool>(file);
+    if (stands_ || errno != EEXIST) {
+      return file;
+    }
+  }
+  return create_with_secret_name(permissions);
+}
+
+bool Successor::fill(Descriptor &file, std::string_view content) {
+  const bool is_whole = write_all(file.get(), content) && fsync(file.get()) == 0 && file.close() == 0;
+  if (!is_whole) {
+    remove();
+  }
+  return is_whole;
+}
+
+bool Successor::write(std::string_view content, mode_t permissions) {
+  auto file = create(permissions);
+  return file && fill(file, content);
+}
+
+bool Successor::write_with_kept_mode(std::string_view content) {
+  auto file = create(0600);
+  if (file && !take_over_mode(file.get(), path_.c_str())) {
+    remove();
+    return false;
+  }
+  return file && fill(file, content);
+}
+
+bool Successor::take_place() {
+  if (!stands_ || std::rename(name_.c_str(), path_.c_str()) != 0) {
+    return false;
+  }
+  has_taken_place();
+  return true;
+}
+
+void Successor::has_taken_place() {
+  stands_ = false;
+  // The new file is there already: a folder that cannot be flushed only leaves open when it reaches the disk.
+  static_cast<void>(flush(folder_of(path_.view()).c_str(), O_DIRECTORY));
+}
+
+void Successor::remove() {
+  if (stands_) {
+    unlink(name_.c_str());
+    stands_ = false;
+  }
 }
 
 bool store_file(const char *path, std::string_view content, Mode mode) {
-  const Text<path_width> name{path, successor_suffix};
-  if (!name.is_whole()) {
-    return false; // a cut name is another file's
-  }
-  unlink(name.c_str()); // what a power cut may have left
-  Descriptor successor(open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
-  if (!successor) {
-    return false;
-  }
-  if (!fill_successor(successor, path, content, mode)) {
-    unlink(name.c_str());
-    return false;
-  }
-  return rename_over(name.c_str(), path);
+  Successor successor(path);
+  const bool is_written =
+      mode == Mode::as_created ? successor.write(content) : successor.write_with_kept_mode(content);
+  return is_written && successor.take_place();
 }
 
-bool put_in_place(const char *successor, const char *target) {
-  if (!flush(successor, O_NOFOLLOW)) {
-    unlink(successor);
-    return false;
-  }
-  return rename_over(successor, target);
+bool flush_file(const char *path) {
+  return flush(path, O_NOFOLLOW);
 }
 
 } // namespace nasshare

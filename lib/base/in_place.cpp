@@ -5,8 +5,11 @@
 #include "base/program_lock.h"
 
 #include <algorithm>
+#include <array>
+#include <cerrno>
 #include <fcntl.h>
 #include <optional>
+#include <string_view>
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -14,14 +17,34 @@
 namespace nasshare {
 namespace {
 
-// A stream that tells of every write that failed, for short memory too.
+// A stream that tells of every write that failed, for short memory too. Kernels before 3.17 have no such
+// memory, and a system may forbid it; a file without a name does as well.
 FILE *open_memory() {
   Descriptor memory(memfd_create("text", MFD_CLOEXEC));
-  auto *const stream = memory ? fdopen(memory.get(), "w+e") : nullptr;
+  if (!memory) {
+    auto *const file = std::tmpfile();
+    if (file != nullptr) {
+      static_cast<void>(fcntl(fileno(file), F_SETFD, FD_CLOEXEC)); // it always works on what is open
+    }
+    return file;
+  }
+  auto *const stream = fdopen(memory.get(), "w+e");
   if (stream != nullptr) {
     static_cast<void>(memory.release()); // the stream's now
   }
   return stream;
+}
+
+// The file that is there, or a new one.
+Descriptor open_or_create(const char *path, bool &is_created) {
+  constexpr int flags = O_RDWR | O_CLOEXEC;
+  Descriptor file(open(path, flags));
+  if (file || errno != ENOENT) {
+    return file;
+  }
+  Descriptor fresh(open(path, flags | O_CREAT | O_EXCL, 0664));
+  is_created = static_cast<bool>(fresh);
+  return fresh || errno != EEXIST ? std::move(fresh) : Descriptor(open(path, flags));
 }
 
 std::optional<off_t> size_of(int fd) {
@@ -29,31 +52,55 @@ std::optional<off_t> size_of(int fd) {
   return fstat(fd, &status) == 0 ? std::optional(status.st_size) : std::nullopt;
 }
 
-// The old text is not given up for half a new one.
+// The old text is not given up for half a new one. Who reads meanwhile, or after a kill, sees empty lines
+// behind the old text, which say nothing in any of these files.
 bool reserve(int fd, off_t old_size, off_t size) {
-  if (size <= old_size || posix_fallocate(fd, 0, size) == 0) {
-    return true;
+  std::array<char, 4096> lines{};
+  lines.fill('\n');
+  bool is_reserved = lseek(fd, old_size, SEEK_SET) == old_size;
+  for (auto end = old_size; is_reserved && end < size;) {
+    const auto length = std::min(lines.size(), static_cast<std::size_t>(size - end));
+    is_reserved = write_all(fd, {lines.data(), length});
+    end += static_cast<off_t>(length);
   }
-  static_cast<void>(ftruncate(fd, old_size)); // shrinking a file needs no room
-  return false;
+  if (!is_reserved) {
+    static_cast<void>(ftruncate(fd, old_size)); // shrinking a file needs no room
+  }
+  return is_reserved && lseek(fd, 0, SEEK_SET) == 0;
 }
 
-// Everything that is in memory, in one call.
-bool write_from(int memory, off_t size, int fd) {
-  const auto length = static_cast<std::size_t>(size);
-  void *const bytes = mmap(nullptr, length, PROT_READ, MAP_PRIVATE, memory, 0);
-  if (bytes == MAP_FAILED) {
-    return false;
+// A file's content in memory.
+class Mapped {
+public:
+  Mapped(int fd, off_t size)
+      : length_(static_cast<std::size_t>(size)),
+        bytes_(length_ == 0 ? nullptr : mmap(nullptr, length_, PROT_READ, MAP_PRIVATE, fd, 0)) {}
+  Mapped(const Mapped &) = delete;
+  Mapped &operator=(const Mapped &) = delete;
+  ~Mapped() {
+    if (is_there() && length_ > 0) {
+      munmap(bytes_, length_);
+    }
   }
-  const bool is_written = write_all(fd, {static_cast<const char *>(bytes), length});
-  munmap(bytes, length);
-  return is_written;
-}
+
+  [[nodiscard]] bool is_there() const { return bytes_ != MAP_FAILED; }
+  [[nodiscard]] std::string_view text() const { return {static_cast<const char *>(bytes_), length_}; }
+
+private:
+  std::size_t length_;
+  void *bytes_;
+};
 
 } // namespace
 
 InPlaceFile::InPlaceFile(const char *path)
-    : file_(open(path, O_RDWR | O_CREAT | O_CLOEXEC, 0664)), text_(open_memory()) {}
+    : path_(path), file_(open_or_create(path, is_created_)), text_(open_memory()) {}
+
+InPlaceFile::~InPlaceFile() {
+  if (is_created_) {
+    unlink(path_);
+  }
+}
 
 bool InPlaceFile::write_over() {
   const auto old_size = size_of(file_.get());
@@ -68,15 +115,19 @@ bool InPlaceFile::write_over() {
   if (std::fflush(text_.get()) != 0 || std::ferror(text_.get()) != 0) {
     return false;
   }
-  return reserve(file_.get(), *old_size, size) &&
-         write_from(fileno(text_.get()), std::max(size, *old_size), file_.get()) &&
+  const Mapped whole(fileno(text_.get()), std::max(size, *old_size));
+  return whole.is_there() && reserve(file_.get(), *old_size, size) && write_all(file_.get(), whole.text()) &&
          ftruncate(file_.get(), size) == 0;
 }
 
 int InPlaceFile::commit() {
   const ProgramLock lock(in_place_lock);
   const bool is_written = write_over();
-  return file_.close() == 0 && is_written ? 0 : -1;
+  if (file_.close() != 0 || !is_written) {
+    return -1;
+  }
+  is_created_ = false; // and stays
+  return 0;
 }
 
 } // namespace nasshare

@@ -13,11 +13,16 @@ inline constexpr const char *in_place_lock = "/run/nasshare-in-place.lock";
 
 class InPlaceFile {
 public:
-  // Opens the file, creating it when it is missing; what it holds stays until commit().
+  // Opens the file, creating it when it is missing; what it holds stays until commit(). The path must outlive
+  // the object.
   explicit InPlaceFile(const char *path);
+  InPlaceFile(const InPlaceFile &) = delete;
+  InPlaceFile &operator=(const InPlaceFile &) = delete;
+  // A file that was created for a text which it did not get is gone again.
+  ~InPlaceFile();
 
   [[nodiscard]] bool is_open() const { return static_cast<bool>(file_); }
-  // Where the text is composed; null when memory is short.
+  // Where the text is composed; null when there is no room for it in memory or, without that, on a disk.
   [[nodiscard]] FILE *text() const { return text_.get(); }
   // Replaces the file's content with the text and closes it. 0, or -1 when it could not be written; the file
   // then holds what it held, but where the disk itself fails.
@@ -26,6 +31,8 @@ public:
 private:
   bool write_over();
 
+  const char *path_;
+  bool is_created_ = false;
   Descriptor file_;
   File text_;
 };

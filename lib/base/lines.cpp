@@ -2,7 +2,6 @@
 #include "base/lines.h"
 
 #include "base/text.h"
-#include "base/watch.h"
 
 #include <cerrno>
 #include <csignal>
@@ -39,7 +38,8 @@ FileLines::FileLines(const char *path) : file_(std::fopen(path, "re")), lines_(f
   }
 }
 
-CommandLines::CommandLines(const char *command) : pipe_(popen(command, "re")), lines_(pipe_.get()) {
+CommandLines::CommandLines(const char *command, const Trouble &when_killed)
+    : pipe_(popen(command, "re")), lines_(pipe_.get()), when_killed_(when_killed) {
   if (!pipe_) {
     note_doubt();
   }
@@ -53,7 +53,7 @@ int CommandLines::close() {
   // A program that ignores SIGCHLD never learns how its children end.
   const bool is_unknown = status == -1 && errno != ECHILD;
   if (is_unknown || (status != -1 && was_killed(status))) {
-    note_lack();
+    note(when_killed_);
   }
   return status;
 }

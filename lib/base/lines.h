@@ -3,6 +3,7 @@
 #pragma once
 
 #include "base/owners.h"
+#include "base/watch.h"
 
 #include <array>
 #include <cstddef>
@@ -72,11 +73,11 @@ private:
   Lines<4096> lines_;
 };
 
-// The lines that a shell command prints. A command that cannot be started is noted, and one that a signal
-// ended: it may have left out lines. Its exit status says nothing about the lines.
+// The lines that a shell command prints. That a command cannot be started is doubt, and trouble of the given
+// kind that a signal ended it: it may have left out lines. Its exit status says nothing about the lines.
 class CommandLines {
 public:
-  explicit CommandLines(const char *command);
+  explicit CommandLines(const char *command, const Trouble &when_killed = {.lacks_some = true});
   CommandLines(const CommandLines &) = delete;
   CommandLines &operator=(const CommandLines &) = delete;
   ~CommandLines() { close(); }
@@ -90,6 +91,7 @@ public:
 private:
   Pipe pipe_;
   Lines<512> lines_;
+  Trouble when_killed_;
 };
 
 } // namespace nasshare

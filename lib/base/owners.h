@@ -64,4 +64,33 @@ struct FreeMemory {
 };
 template <class Content> using Allocated = std::unique_ptr<Content, FreeMemory>;
 
+// Objects side by side in memory of malloc's, made one after another.
+template <class Object> class Row {
+public:
+  // Room for so many; none when memory is short.
+  explicit Row(std::size_t room)
+      : objects_(static_cast<Object *>(std::malloc(room * sizeof(Object)))), room_(objects_ ? room : 0) {}
+  Row(const Row &) = delete;
+  Row &operator=(const Row &) = delete;
+  ~Row() { std::destroy(begin(), end()); }
+
+  // False without room for it.
+  template <class... Arguments> [[nodiscard]] bool make(Arguments &&...arguments) {
+    if (size_ == room_) {
+      return false;
+    }
+    std::construct_at(objects_.get() + size_, std::forward<Arguments>(arguments)...);
+    ++size_;
+    return true;
+  }
+
+  [[nodiscard]] Object *begin() const { return objects_.get(); }
+  [[nodiscard]] Object *end() const { return objects_.get() + size_; }
+
+private:
+  Allocated<Object> objects_;
+  std::size_t room_;
+  std::size_t size_ = 0;
+};
+
 } // namespace nasshare

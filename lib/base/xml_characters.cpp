@@ -100,4 +100,13 @@ std::optional<XmlReference> reference_at(std::string_view markup) {
   return character ? std::optional(XmlReference{*character, end + 1}) : std::nullopt;
 }
 
+bool holds_reference(std::string_view text) {
+  for (auto at = text.find('&'); at != std::string_view::npos; at = text.find('&', at + 1)) {
+    if (reference_at(text.substr(at))) {
+      return true;
+    }
+  }
+  return false;
+}
+
 } // namespace nasshare

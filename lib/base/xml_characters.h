@@ -23,4 +23,7 @@ struct XmlReference {
 // a character that it allows (section 4.1 of the recommendation).
 std::optional<XmlReference> reference_at(std::string_view markup);
 
+// Whether the text, taken as markup, would read as another one.
+bool holds_reference(std::string_view text);
+
 } // namespace nasshare

@@ -1,7 +1,7 @@
 // Changing one account's permissions on the shares of the permission records: load, change, store.
+#include "acl/list_entry.h"
 #include "base/argument.h"
 #include "base/watch.h"
-#include "catalogue/list_entry.h"
 #include "catalogue/loading.h"
 #include "catalogue/storing.h"
 #include "nasshare/acl.h"
@@ -9,7 +9,11 @@
 using namespace nasshare;
 
 int acnt_mod_share(const char *account) {
-  if (!is_list_entry(account) || is_acnt_empty() != 0) {
+  if (!is_given(account) || is_acnt_empty() != 0) {
+    return 0;
+  }
+  if (!is_list_entry(account)) {
+    free_acnt_list(); // another account is not to take over what was meant for this one
     return 0;
   }
   const Watch change;

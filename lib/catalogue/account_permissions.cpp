@@ -1,12 +1,13 @@
 // One account's permissions on the listed shares: what becomes of each share's lists.
 #include "acl/access_list.h"
 #include "acl/everyone.h"
+#include "acl/list_entry.h"
+#include "acl/other_accounts.h"
 #include "acl/permission.h"
 #include "acl/permission_records.h"
 #include "base/argument.h"
 #include "base/debug.h"
 #include "base/linked_list.h"
-#include "catalogue/list_entry.h"
 #include "model/domain_mode.h"
 #include "model/load_verdict.h"
 #include "nasshare/acl.h"
@@ -28,7 +29,7 @@ char *list_of(smb_share &share, std::uint32_t permission) {
   }
 }
 
-void remove_entry(char *list, std::string_view account) {
+void remove_entry_or_note(char *list, std::string_view account) {
   if (*list == '\0') {
     return;
   }
@@ -38,13 +39,19 @@ void remove_entry(char *list, std::string_view account) {
       others.add(token);
     }
   }
+  if (!others.is_whole()) {
+    note_doubt();
+  }
   assign(list_field(list), others.view());
 }
 
-void append_entry(char *list, std::string_view account) {
+// A full list stays as it is, and the change is not made.
+void append_entry_or_note(char *list, std::string_view account) {
   Text<list_width> longer{list};
   const auto *const comma = longer.is_empty() ? "" : ",";
-  static_cast<void>(longer.append_whole({comma, "#", account, "#"})); // a full list stays as it is
+  if (!longer.append_whole({comma, "#", account, "#"})) {
+    note_doubt();
+  }
   assign(list_field(list), longer.view());
 }
 
@@ -55,11 +62,11 @@ void replace_list(char *list, std::string_view account) {
 }
 
 void change_explicit_lists(smb_share &share, const Argument &account, std::uint32_t permission) {
-  remove_entry(share.read_list, account.view());
-  remove_entry(share.write_list, account.view());
-  remove_entry(share.invalid_users, account.view());
+  remove_entry_or_note(share.read_list, account.view());
+  remove_entry_or_note(share.write_list, account.view());
+  remove_entry_or_note(share.invalid_users, account.view());
   if (auto *const list = list_of(share, permission)) {
-    append_entry(list, account.view());
+    append_entry_or_note(list, account.view());
   }
 }
 
@@ -77,7 +84,9 @@ void change_open_domain_share(smb_share &share, const Argument &account, std::ui
 void change_open_local_share(smb_share &share, const Argument &account, std::uint32_t permission,
                              char *open_list) {
   retrieve_user_from_group(account.c_str());
-  rebuild_user_list_except_input(open_list);
+  if (!list_other_accounts_or_note(open_list) && open_list == share.invalid_users) {
+    note_doubt(); // whoever is left out would be let in
+  }
   Free_Name_List();
   if (auto *const list = list_of(share, permission)) {
     replace_list(list, account.view());

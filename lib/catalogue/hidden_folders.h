@@ -3,28 +3,29 @@
 
 #include "base/owners.h"
 #include "base/text.h"
-#include "nasshare/catalogue.h"
 
-#include <cerrno>
-#include <span>
+#include <cstddef>
 
 namespace nasshare {
 
 using HiddenFolder = Text<name_width>; // a name in a folder has at most 255 bytes
 
-// Calls visit(path) for each of them; false when they cannot be listed.
-template <class Visit> [[nodiscard]] bool each_hidden_folder(Visit visit) {
-  dirent **entries = nullptr;
-  const int count = scandir("/mnt", &entries, hidden_filter_dir, alphasort);
-  if (count < 0) {
-    return errno == ENOENT; // a machine without /mnt has none
-  }
-  const Allocated<dirent *> list(entries);
-  for (auto *const found : std::span(entries, static_cast<std::size_t>(count))) {
-    const Allocated<dirent> entry(found);
-    visit(HiddenFolder{"/mnt/", entry->d_name});
-  }
-  return true;
-}
+class HiddenFolders {
+public:
+  HiddenFolders();
+  HiddenFolders(const HiddenFolders &) = delete;
+  HiddenFolders &operator=(const HiddenFolders &) = delete;
+  ~HiddenFolders();
+
+  // What keeps anybody from telling which there are, as errno has it, or 0; a machine without /mnt has none.
+  [[nodiscard]] int error() const { return error_; }
+  [[nodiscard]] std::size_t size() const { return size_; }
+  [[nodiscard]] HiddenFolder operator[](std::size_t i) const;
+
+private:
+  int error_ = 0;
+  std::size_t size_ = 0;
+  Allocated<dirent *> entries_;
+};
 
 } // namespace nasshare

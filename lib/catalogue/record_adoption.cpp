@@ -49,7 +49,7 @@ bool RecordAdoption::accepts(const smb_share &record) {
 bool RecordAdoption::may_be_own(const smb_share &record) const {
   const int other = 1 - volume_;
   const bool is_others = is_present(*pss, other) && view(record.hd_serial) == view(pss->vol_comp_str[other]);
-  return !is_known_identity(identity_) && !is_others;
+  return !has_told_identity(volume_) && !is_others;
 }
 
 bool RecordAdoption::retag_or_note(smb_share &record) const {

@@ -26,7 +26,7 @@ void copy_record(smb_share &to, const smb_share &from) {
   assign(to.map_archive, view(from.map_archive));
   assign_list(to.read_list, view(from.read_list));
   assign_list(to.write_list, view(from.write_list));
-  assign_list(to.invalid_users, view(from.invalid_users));
+  assign_denied_or_note(to.invalid_users, view(from.invalid_users));
   assign_list(to.valid_users, view(from.valid_users));
   rw_list_rule(&to);
   to.recycle_enable = from.recycle_enable;
@@ -90,6 +90,7 @@ smb_share *Insert_Smb_Node(const smb_share *record) {
 }
 
 smb_share *Modify_Smb_Node(const smb_share *record) {
+  const LoadWatch watch;
   auto *const share = record == nullptr ? nullptr : find_share(listed_name(*record));
   if (share != nullptr) {
     copy_record(*share, *record);
@@ -99,6 +100,7 @@ smb_share *Modify_Smb_Node(const smb_share *record) {
 
 void Dup_Smb_Struct(smb_share *destination, const smb_share *source) {
   if (destination != nullptr && source != nullptr) {
+    const LoadWatch watch;
     copy_record(*destination, *source);
   }
 }

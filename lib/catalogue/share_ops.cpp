@@ -3,7 +3,6 @@
 #include "base/debug.h"
 #include "base/linked_list.h"
 #include "base/watch.h"
-#include "base/xml_characters.h"
 #include "catalogue/loading.h"
 #include "catalogue/storable_record.h"
 #include "catalogue/storing.h"
@@ -77,8 +76,8 @@ int add_share(smb_share *record) {
   if (place_on_volume(*record)) {
     list_debug("####p->hd_serial [%s]\n", record->hd_serial); // wanted: scripts look for it
   }
-  // A drive may report a serial number that no file gives back.
-  if (!can_xml_hold(view(record->hd_serial)) || Insert_Smb_Node(record) == nullptr) {
+  // Checked where the record ends up: a drive too may report a serial number that no file gives back.
+  if (!is_storable(record->hd_serial) || Insert_Smb_Node(record) == nullptr) {
     return refuse_change();
   }
   return store_catalogue(change, lock, Listing::yes);
@@ -99,7 +98,7 @@ int mod_share(smb_share *record) {
     return refuse_change();
   }
   place_on_volume(*record);
-  if (!can_xml_hold(view(record->hd_serial))) {
+  if (!is_storable(record->hd_serial)) {
     return refuse_change();
   }
   Modify_Smb_Node(record);

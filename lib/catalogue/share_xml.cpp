@@ -17,4 +17,8 @@ void read_list(xmlNode *item, const char *name, std::span<char> field) {
   assign_list(field, ChildText(item, name).view());
 }
 
+void read_denied_or_note(xmlNode *item, std::span<char> field) {
+  assign_denied_or_note(field, ChildText(item, "invalid_users").view());
+}
+
 } // namespace nasshare

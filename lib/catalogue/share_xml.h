@@ -11,10 +11,16 @@ inline std::string_view share_xml_name() {
   return is_domain_mode() ? ".smb_ads.xml" : ".smb.xml";
 }
 
+// Puts the records of the file that are that volume's own into the share list.
+void read_share_xml_or_note(const char *path, int volume);
+
 // Reads a name, comment or path, in which "&" may still stand as "&amp;".
 void read_recovered(xmlNode *item, const char *name, std::span<char> field);
 
 // Reads an access list, which is cut to the field on a whole entry.
 void read_list(xmlNode *item, const char *name, std::span<char> field);
+
+// The same for the list "invalid_users" of those who are denied; that one does not fit is noted.
+void read_denied_or_note(xmlNode *item, std::span<char> field);
 
 } // namespace nasshare

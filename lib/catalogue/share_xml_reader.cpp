@@ -41,7 +41,7 @@ void read_options(xmlNode *item, smb_share &share) {
   read_child(item, "map_archive", share.map_archive);
   read_list(item, "read_list", share.read_list);
   read_list(item, "write_list", share.write_list);
-  read_list(item, "invalid_users", share.invalid_users);
+  read_denied_or_note(item, share.invalid_users);
   share.recycle_enable = ChildText(item, "recycle_enable").number();
   share.recycle_tree = ChildText(item, "recycle_tree").number();
 }
@@ -70,6 +70,19 @@ void read_item(xmlNode *item, int volume, RecordAdoption &adoption) {
 }
 
 } // namespace
+
+void read_share_xml_or_note(const char *path, int volume) {
+  auto document = load_or_note(path);
+  auto *const samba = child_element(root_of(document), "samba");
+  RecordAdoption adoption(volume);
+  for (auto *item = child_element(samba, "item"); item != nullptr; item = element_from(item->next)) {
+    read_item(item, volume, adoption);
+  }
+  if (document) {
+    free_xml_memory(document.release());
+  }
+}
+
 } // namespace nasshare
 
 using namespace nasshare;
@@ -81,17 +94,10 @@ void read_HD_xml(int volume) {
   const LoadWatch watch;
   const auto path = system_file(view(pss->vol_hidden_path[volume]), share_xml_name());
   list_debug("read_HD_xml: read xml path = %s\n", path.c_str());
-  if (!exists_or_note(path.c_str())) {
+  // Without a hidden partition there is no file; the root file system's of that name is nobody's.
+  if (pss->vol_hidden_path[volume][0] == '\0' || !exists_or_note(path.c_str())) {
     list_debug("read_HD_xml: read path not exist = %s\n", path.c_str());
     return;
   }
-  auto document = load_or_note(path.c_str());
-  auto *const samba = child_element(root_of(document), "samba");
-  RecordAdoption adoption(volume);
-  for (auto *item = child_element(samba, "item"); item != nullptr; item = element_from(item->next)) {
-    read_item(item, volume, adoption);
-  }
-  if (document) {
-    free_xml_memory(document.release());
-  }
+  read_share_xml_or_note(path.c_str(), volume);
 }

@@ -1,55 +1,88 @@
-// Every hidden system partition gets the whole catalogue, so that any disk alone knows its shares.
+// Every hidden system partition gets the whole catalogue, so that any disk alone knows its shares: the new
+// file is written beside the old one on all of them first, and put in place where that worked.
 #include "catalogue/spreading.h"
 
-#include "base/file_replacement.h"
-#include "base/xml_store.h"
-#include "catalogue/hidden_folders.h"
+#include "catalogue/catalogue_copy.h"
+#include "catalogue/next_load.h"
 #include "catalogue/share_xml.h"
 #include "catalogue/temporary_share_xml.h"
-#include "model/system_file.h"
-#include "nasshare/support.h"
+#include "model/volumes.h"
+#include "nasshare/catalogue.h"
 
+#include <algorithm>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace nasshare {
 namespace {
 
-// A new file each time, with the mode of the temporary one; a copy that fails leaves the old file.
-bool copy_to(const SystemFile &target) {
-  const SystemFile successor{target.view(), successor_suffix};
-  unlink(successor.c_str());
-  if (cp(temporary_share_xml, successor.c_str()) != 0) {
-    unlink(successor.c_str());
-    return false;
-  }
-  keep_broken_xml_aside(target.c_str());
-  return put_in_place(successor.c_str(), target.c_str());
+using Copies = Row<CatalogueCopy>;
+
+bool is_done(const CatalogueCopy &copy) {
+  return copy.is_done();
 }
 
-bool has_system_folder(const HiddenFolder &folder) {
-  return access(HiddenFolder{folder.view(), system_folder}.c_str(), F_OK) == 0 || errno != ENOENT;
+bool fill(Copies &copies, const HiddenFolders &folders) {
+  for (std::size_t i = 0; i < folders.size(); ++i) {
+    if (!copies.make(folders[i])) {
+      return false;
+    }
+  }
+  return folders.error() == 0;
 }
 
-struct Copies {
-  int made = 0;
-  int failed = 0; // where there is a folder for it
-};
+mode_t permissions_of(const char *path) {
+  struct stat status {};
+  return stat(path, &status) == 0 ? status.st_mode & 0777U : shared_permissions;
+}
 
-void copy_into(const HiddenFolder &folder, Copies &copies) {
-  if (copy_to(system_file(folder.view(), share_xml_name()))) {
-    ++copies.made;
-  } else if (has_system_folder(folder)) {
-    ++copies.failed;
+void spread(Copies &copies, std::string_view catalogue) {
+  const auto permissions = permissions_of(temporary_share_xml);
+  for (auto &copy : copies) {
+    copy.prepare(catalogue, permissions);
   }
+  for (auto &copy : copies) {
+    copy.put_in_place();
+  }
+  for (auto &copy : copies) {
+    if (!copy.is_done()) {
+      copy.copy_over(catalogue, std::ranges::any_of(copies, is_done));
+    }
+  }
+}
+
+// Whether the partition that the volume's records are read from has the new file.
+bool reaches(const Copies &copies, int volume) {
+  const auto hidden_path = view(pss->vol_hidden_path[volume]);
+  return std::ranges::any_of(
+      copies, [&](const CatalogueCopy &copy) { return copy.is_done() && copy.is_in(hidden_path); });
+}
+
+bool reaches_every_volume(const Copies &copies) {
+  return std::ranges::all_of(
+      volumes, [&](int volume) { return !is_present(*pss, volume) || reaches(copies, volume); });
 }
 
 } // namespace
 
 bool spread_catalogue() {
-  Copies copies;
-  return is_own_temporary_share_xml() &&
-         each_hidden_folder([&copies](const HiddenFolder &folder) { copy_into(folder, copies); }) &&
-         (copies.made > 0 || copies.failed == 0);
+  if (!is_own_temporary_share_xml()) {
+    return false;
+  }
+  const WholeFile catalogue(temporary_share_xml);
+  const HiddenFolders folders;
+  Copies copies(folders.size());
+  if (catalogue.error() != 0 || !fill(copies, folders)) {
+    return false;
+  }
+  spread(copies, catalogue.text());
+  if (reaches_every_volume(copies) || next_load_shows(temporary_share_xml)) {
+    return true;
+  }
+  for (auto &copy : copies) {
+    copy.take_back();
+  }
+  return false;
 }
 
 } // namespace nasshare
@@ -57,11 +90,17 @@ bool spread_catalogue() {
 using namespace nasshare;
 
 void cp_xml_to_hidden(void) {
-  static_cast<void>(spread_catalogue()); // it has no result
+  const WholeFile catalogue(temporary_share_xml);
+  const HiddenFolders folders;
+  Copies copies(folders.size());
+  if (is_own_temporary_share_xml() && catalogue.error() == 0 && fill(copies, folders)) {
+    spread(copies, catalogue.text());
+  }
 }
 
 void remove_hidden_smbxml(void) {
-  static_cast<void>(each_hidden_folder([](const HiddenFolder &folder) { // nor has this
-    unlink(system_file(folder.view(), share_xml_name()).c_str());
-  }));
+  const HiddenFolders folders;
+  for (std::size_t i = 0; i < folders.size(); ++i) {
+    unlink(system_file(folders[i].view(), share_xml_name()).c_str());
+  }
 }

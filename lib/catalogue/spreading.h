@@ -3,9 +3,9 @@
 
 namespace nasshare {
 
-// Copies the temporary share XML into the system folder of each of them. False, and a change is then not
-// done, when that file is not this user's own, when the partitions cannot be listed, and when there are
-// system folders but none of them took the file. That one of several did not take it makes no difference.
+// Copies the temporary share XML into the system folder of each of them. True when the next load shows that
+// catalogue, though a partition may have kept its old file; else every partition has its old file again, and
+// a change is not done. The share list must be empty.
 [[nodiscard]] bool spread_catalogue();
 
 } // namespace nasshare

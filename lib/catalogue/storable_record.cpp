@@ -29,11 +29,10 @@ bool is_storable(std::span<const char> field) {
 
 bool is_storable(const smb_share *record) {
   return record != nullptr && record->name[0] != '\0' && record->path[0] != '\0' &&
-         is_storable(record->path) && access(record->path, F_OK) == 0 && is_storable(record->hd_serial) &&
-         is_storable(record->name) && is_storable(record->comment) && is_storable(record->oplocks) &&
-         is_storable(record->map_archive) && is_storable(record->read_list) &&
-         is_storable(record->write_list) && is_storable(record->invalid_users) &&
-         leaves_room_for_guest(*record);
+         is_storable(record->path) && access(record->path, F_OK) == 0 && is_storable(record->name) &&
+         is_storable(record->comment) && is_storable(record->oplocks) && is_storable(record->map_archive) &&
+         is_storable(record->read_list) && is_storable(record->write_list) &&
+         is_storable(record->invalid_users) && leaves_room_for_guest(*record);
 }
 
 } // namespace nasshare

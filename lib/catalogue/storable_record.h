@@ -10,7 +10,8 @@ namespace nasshare {
 // Whether a field's text comes back from the files, and stands in one line of smb.conf.
 bool is_storable(std::span<const char> field);
 
-// Whether the record names a share and a path that exists, and everything that it says is storable.
+// Whether the record names a share and a path that exists, and everything that it says is storable, but for
+// the tags of a volume, which it may be given yet.
 bool is_storable(const smb_share *record);
 
 } // namespace nasshare

@@ -16,12 +16,6 @@
 namespace nasshare {
 namespace {
 
-using Path = Text<path_width>;
-
-Descriptor create_successor(Path &name) {
-  return Descriptor(name.is_whole() ? mkostemp(name.field().data(), O_CLOEXEC) : -1);
-}
-
 // Over whatever stands there. A folder changes places with the file: were it removed first, another could be
 // planted before the file is there. It may come and go meanwhile.
 bool rename_over(const char *successor, const char *target) {
@@ -55,17 +49,11 @@ bool is_in_shared_folder(std::string_view path) {
 }
 
 bool store_in_shared_folder(const char *path, std::string_view content) {
-  Path name{path, successor_suffix, ".XXXXXX"};
-  auto successor = create_successor(name);
-  if (!successor) {
+  Successor successor(path, Successor::Naming::secret);
+  if (!successor.write(content) || !rename_over(successor.name(), path)) {
     return false;
   }
-  const char *const created = name.field().data();
-  if (!fill_successor(successor, path, content, Mode::as_created) || !rename_over(created, path)) {
-    unlink(created);
-    return false;
-  }
-  flush_folder_of(path);
+  successor.has_taken_place();
   return true;
 }
 

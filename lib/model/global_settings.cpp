@@ -12,13 +12,8 @@
 namespace nasshare {
 namespace {
 
-constexpr const char *workgroup_key = "/system_mgr/samba/workgroup";
-constexpr const char *netbios_name_key = "/system_mgr/samba/netbios_name";
-constexpr const char *server_string_key = "/system_mgr/samba/server_string";
-
 void set_default_workgroup() {
   assign(pss->workgroup, "workgroup");
-  xml_set_str(workgroup_key, pss->workgroup);
 }
 
 void set_default_netbios_name() {
@@ -26,29 +21,46 @@ void set_default_netbios_name() {
   Get_Mac_Str(name);
   list_debug("mac[%s]\n", name);
   assign(pss->netbios_name, name);
-  xml_set_str(netbios_name_key, pss->netbios_name);
 }
 
 void set_default_server_string() {
-  char hardware[name_width] = "";
-  read_setting_or_note("/hw_ver", hardware);
-  xml_set_str(server_string_key, hardware);
-  assign(pss->server_string, view(hardware));
+  read_setting_or_note("/hw_ver", pss->server_string);
 }
 
+// A name that could not be read is there all the same: no default is stored over it, nor one that is made of
+// what could not be read.
+class Name {
+public:
+  Name(const char *key, char (&field)[name_width]) : key_(key), field_(field) {
+    const Watch watch;
+    read_setting_or_note(key_, field_);
+    is_readable_ = !watch.seen();
+  }
+
+  void complete(void (*set_default)()) const {
+    if (field_[0] != '\0') {
+      return;
+    }
+    const Watch watch;
+    set_default();
+    if (is_readable_ && !watch.seen()) {
+      xml_set_str(key_, field_);
+    }
+  }
+
+private:
+  const char *key_;
+  char (&field_)[name_width];
+  bool is_readable_;
+};
+
 void read_names() {
-  read_setting_or_note(workgroup_key, pss->workgroup);
-  read_setting_or_note(netbios_name_key, pss->netbios_name);
-  read_setting_or_note(server_string_key, pss->server_string);
-  if (pss->workgroup[0] == '\0') {
-    set_default_workgroup();
-  }
-  if (pss->netbios_name[0] == '\0') {
-    set_default_netbios_name();
-  }
-  if (pss->server_string[0] == '\0') {
-    set_default_server_string();
-  }
+  const Name workgroup("/system_mgr/samba/workgroup", pss->workgroup);
+  const Name netbios_name("/system_mgr/samba/netbios_name", pss->netbios_name);
+  const Name server_string("/system_mgr/samba/server_string", pss->server_string);
+  workgroup.complete(set_default_workgroup);
+  netbios_name.complete(set_default_netbios_name);
+  server_string.complete(set_default_server_string);
 }
 
 void read_domain() {

@@ -18,6 +18,14 @@ inline bool is_known_identity(std::string_view identity) {
   return !identity.empty() && identity != uuid_label;
 }
 
+// What the disk in the bay said when it was asked for its serial number last: that it has none counts, but
+// not that it could not be asked.
+void note_disk_answer(int bay, bool has_told);
+
+// Whether the volume is known for what it is. A disk may have no serial number, which is a fact; one that
+// could not be asked may be any, and so may an array that reports no UUID.
+bool has_told_identity(int volume);
+
 // Whether the mounted device is an array's.
 inline bool is_array_device(std::string_view device) {
   return contains(device, "/dev/md") || contains(device, "/dev/mapper/md");

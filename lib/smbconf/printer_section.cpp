@@ -10,18 +10,22 @@
 using namespace nasshare;
 
 void determine_printer_in_hidden(FILE *file) {
-  bool is_done = file == nullptr;
-  const bool is_listed = each_hidden_folder([&is_done, file](const HiddenFolder &folder) {
-    if (!is_done && access(folder.c_str(), F_OK) == 0) {
-      is_done = true;
+  if (file == nullptr) {
+    return;
+  }
+  const HiddenFolders folders;
+  if (folders.error() != 0) {
+    note_file_error(folders.error()); // shares are served without printers all the same
+  }
+  for (std::size_t i = 0; i < folders.size(); ++i) {
+    const auto folder = folders[i];
+    if (access(folder.c_str(), F_OK) == 0) {
       write_section(file, "printers");
       std::fprintf(file,
                    "path = %s/.lpd\nguest ok = yes\nprintable = yes\nuse client driver = yes\n"
                    "browseable = no\n\n",
                    folder.c_str());
+      return;
     }
-  });
-  if (!is_listed) {
-    note_doubt();
   }
 }

@@ -34,11 +34,17 @@ Descriptor make_open(int above, const char *path) {
   return folder;
 }
 
+// Whether the name is that of a folder in the root, and not of one elsewhere.
+bool is_folder_name(std::string_view name) {
+  return !name.empty() && name != "." && name != ".." && !contains(name, "/");
+}
+
 // An existing directory is left alone, owner and mode included.
-void make_for(const Descriptor &root, std::initializer_list<std::string_view> name, uid_t user, gid_t group) {
-  Text<path_width> path;
-  if (path.append_whole(name)) {
-    const auto folder = make_open(root.get(), path.c_str());
+void make_for(const Descriptor &root, std::initializer_list<std::string_view> pieces, uid_t user,
+              gid_t group) {
+  Text<path_width> name;
+  if (name.append_whole(pieces) && is_folder_name(name.view())) {
+    const auto folder = make_open(root.get(), name.c_str());
     static_cast<void>(fchown(folder.get(), user, group)); // what does not work shows in the bin
   }
 }

@@ -1,8 +1,9 @@
-// One section of smb.conf for each share. Its lists in memory are in Samba's form afterwards.
+// One section of smb.conf for each share.
+#include "acl/access_list.h"
+#include "acl/samba_form.h"
 #include "base/linked_list.h"
 #include "base/text.h"
 #include "model/volumes.h"
-#include "nasshare/acl.h"
 #include "nasshare/smbconf.h"
 #include "smbconf/option_lines.h"
 #include "smbconf/sections.h"
@@ -25,9 +26,24 @@ void mark_recycling_volume(const smb_share &share) {
   }
 }
 
-void write_list(FILE *file, const char *option, char *list) {
-  convert_list(list);
-  write_option(file, option, list);
+// The listed record keeps its own form: the file may yet turn out not to be written. Whether the list in
+// Samba's form names all that it did.
+[[nodiscard]] bool write_list_or_note(FILE *file, const char *option, std::span<const char> list) {
+  std::array<char, list_width> converted{};
+  assign_list(converted, view(list));
+  const bool is_whole = convert_list_or_note(converted.data());
+  write_option(file, option, view(converted));
+  return is_whole;
+}
+
+void write_lists_or_note(FILE *file, const smb_share &share) {
+  // Whoever is left out of these cannot enter, which harms nobody else.
+  static_cast<void>(write_list_or_note(file, "read list", share.read_list));
+  static_cast<void>(write_list_or_note(file, "write list", share.write_list));
+  if (!write_list_or_note(file, "invalid users", share.invalid_users)) {
+    note_doubt(); // but whoever is left out of this one would be let in
+  }
+  static_cast<void>(write_list_or_note(file, "valid users", share.valid_users));
 }
 
 void write_recycle_options(FILE *file, smb_share &share) {
@@ -52,10 +68,7 @@ void write_share(FILE *file, smb_share &share, const FileServices &services) {
   write_option(file, "public", view(share.public_));
   write_option(file, "oplocks", services.forbid_oplocks_or_note(share.path) ? "no" : view(share.oplocks));
   write_option(file, "map archive", view(share.map_archive));
-  write_list(file, "read list", share.read_list);
-  write_list(file, "write list", share.write_list);
-  write_list(file, "invalid users", share.invalid_users);
-  write_list(file, "valid users", share.valid_users);
+  write_lists_or_note(file, share);
   if (has_recycle_bin(share)) {
     write_recycle_options(file, share);
   }

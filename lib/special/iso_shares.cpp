@@ -86,7 +86,7 @@ private:
 
 void insert_share(xmlNode *item, smb_share &share) {
   read_list(item, "read_list", share.read_list);
-  read_list(item, "invalid_users", share.invalid_users);
+  read_denied_or_note(item, share.invalid_users);
   assign(share.browseable, "yes");
   assign(share.public_, "yes");
   assign(share.oplocks, "yes");
@@ -131,6 +131,9 @@ void isoMount_readXml(int volume) {
   const auto *const name = is_domain_mode() ? ".iso_mount_ads.xml" : ".iso_mount.xml";
   const auto path = system_file(view(pss->vol_hidden_path[volume]), name);
   list_debug("read xml path = %s\n", path.c_str());
+  if (pss->vol_hidden_path[volume][0] == '\0') {
+    return; // the root file system's file of that name is nobody's
+  }
   auto document = load_or_note(path.c_str());
   auto *const root = root_of(document);
   auto *const images = root == nullptr ? nullptr : element_from(root->children);

@@ -53,7 +53,8 @@ CopyPath target_of(const char *source, const char *destination) {
   if (!S_ISDIR(status.st_mode)) {
     return {destination};
   }
-  if (std::strlen(destination) + 1 + std::strlen(name) >= copy_path_width) {
+  const std::size_t slash = last_char_is(destination, '/') == nullptr ? 1 : 0;
+  if (std::strlen(destination) + slash + std::strlen(name) >= copy_path_width) {
     return {};
   }
   char path[copy_path_width];

@@ -1,4 +1,6 @@
 // A disk's serial number by ATA IDENTIFY DEVICE, sent through SG_IO as ATA PASS-THROUGH (16) (SAT, ACS).
+#include "volume/ata_serial.h"
+
 #include "base/debug.h"
 #include "base/owners.h"
 #include "base/text.h"
@@ -59,15 +61,8 @@ Text<21> serial_number(const Block &identify) {
 }
 
 } // namespace
-} // namespace nasshare
 
-using namespace nasshare;
-
-void get_serial_number(char *destination, const char *device_name) {
-  if (destination == nullptr || device_name == nullptr) {
-    return;
-  }
-  const LoadWatch watch;
+bool read_ata_serial_or_note(char *destination, const char *device_name) {
   const std::span field(destination, serial_width);
   const Text<path_width> path{"/dev/", device_name};
   const Descriptor device(open(path.c_str(), O_RDWR | O_NONBLOCK | O_CLOEXEC));
@@ -75,7 +70,7 @@ void get_serial_number(char *destination, const char *device_name) {
     note_file_error();
     trace_debug("Cannot open %s device!\n", path.c_str());
     assign(field, "cant_get_serial_number");
-    return;
+    return false;
   }
 
   Block identify{};
@@ -95,9 +90,22 @@ void get_serial_number(char *destination, const char *device_name) {
     note_file_error();
     trace_debug("SG_IO: ioctl fail\n");
     assign(field, "cant_get_serial_number");
-    return;
+    return false;
   }
-  if (completed(request)) {
+  const bool has_answered = completed(request);
+  if (has_answered) {
     assign(field, serial_number(identify).view());
+  }
+  return has_answered;
+}
+
+} // namespace nasshare
+
+using namespace nasshare;
+
+void get_serial_number(char *destination, const char *device_name) {
+  if (destination != nullptr && device_name != nullptr) {
+    const LoadWatch watch;
+    static_cast<void>(read_ata_serial_or_note(destination, device_name)); // it has no result
   }
 }

@@ -5,8 +5,10 @@
 #include "base/lines.h"
 #include "base/text.h"
 #include "model/load_verdict.h"
+#include "model/volume_identity.h"
 #include "model/volumes.h"
 #include "nasshare/volume.h"
+#include "volume/ata_serial.h"
 
 namespace nasshare {
 namespace {
@@ -14,7 +16,7 @@ namespace {
 constexpr std::string_view bay_host[] = {"scsi0", "scsi1"};
 
 void read_serial(char (&serial)[name_width], const char *device, int bay) {
-  get_serial_number(serial, device);
+  note_disk_answer(bay, read_ata_serial_or_note(serial, device));
   if (serial[0] == '\0') {
     get_serial_number2(serial, bay);
   }

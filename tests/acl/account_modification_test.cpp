@@ -96,15 +96,120 @@ TEST(AccountModification, WithoutAnAccountOrAListNothingIsLoaded) {
 // Such a name would come back as another one, or as two.
 TEST(AccountModification, AnAccountThatNoListCanHoldChangesNothing) {
   three_shares();
-  insert_acnt_node("Music", to_write);
   const std::string long_name(512, 'a');
-  for (const char *account : {"a#,#eve", "a,b", "m\xFCller", "a\x01", long_name.c_str()}) {
+  for (const char *account :
+       {"a#,#eve", "a,b", "m\xFCller", "a\x01", "a\nb", "a\rb", "a&lt;b", "a&#38;b", long_name.c_str()}) {
     SCOPED_TRACE(testing::PrintToString(account));
+    insert_acnt_node("Music", to_write);
     EXPECT_EQ(acnt_mod_share(account), 0);
-    EXPECT_EQ(pal->count, 1) << "the list stays";
+    EXPECT_EQ(is_acnt_empty(), 1) << "the next account takes nothing over";
   }
   expect_on_both_volumes(share_xml(stored_shares()));
   EXPECT_EQ(transcript(), "");
+}
+
+TEST(AccountModification, DoesNotPassAnAccountsPermissionsOnToTheNext) {
+  three_shares();
+  insert_acnt_node("Photos", to_write);
+  EXPECT_EQ(acnt_mod_share("alice,eve"), 0);
+  EXPECT_EQ(acnt_mod_share("bob"), 0);
+  expect_on_both_volumes(share_xml(stored_shares()));
+}
+
+// An account with an ampersand that begins no reference is one like any other.
+TEST(AccountModification, AnAmpersandComesBackAsItWas) {
+  three_shares().user("r&d", 2001, 100);
+  insert_acnt_node("Photos", to_read);
+  EXPECT_EQ(acnt_mod_share("r&d"), 1);
+  get_samba_info();
+  EXPECT_STREQ(pss->tail->read_list, "#r&d#");
+}
+
+// ---- Lists without room
+
+constexpr std::size_t list_width = sizeof smb_share::invalid_users;
+
+// "#alice#,#alice#,..." of the largest length at which no further entry fits.
+std::string full_list(const std::string &name) {
+  std::string list = "#" + name + "#";
+  while (list.size() + name.size() + 3 < list_width) {
+    list += ",#" + name + "#";
+  }
+  return list;
+}
+
+TEST(FullList, OfThoseWhoAreDeniedRefusesOneMore) {
+  const auto shares = {stored_share("Music").write("#bob#").deny("#nobody#," + full_list("carol").substr(9))};
+  three_shares().shares(share_xml(shares));
+  insert_acnt_node("Music", to_deny);
+  EXPECT_EQ(acnt_mod_share("alice"), 0);
+  expect_on_both_volumes(share_xml(shares));
+  EXPECT_EQ(transcript(), "");
+}
+
+TEST(FullList, OfReadersRefusesOneMore) {
+  const auto shares = {stored_share("Music").read(full_list("carol")).deny("#nobody#")};
+  three_shares().shares(share_xml(shares));
+  insert_acnt_node("Music", to_read);
+  EXPECT_EQ(acnt_mod_share("alice"), 0);
+  expect_on_both_volumes(share_xml(shares));
+}
+
+std::string hundreds_of_accounts() {
+  std::string passwd;
+  for (int i = 0; i < 300; ++i) {
+    passwd += "account-with-a-name-of-some-length-" + std::to_string(1000 + i) +
+              ":x:" + std::to_string(3000 + i) + ":100::/:/bin/false\n";
+  }
+  return passwd;
+}
+
+void add_hundreds_of_accounts() {
+  Appliance{}.file("/etc/passwd", read_file("/etc/passwd") + hundreds_of_accounts());
+}
+
+TEST(FullList, OfEveryoneElseWhoIsDeniedIsRefused) {
+  three_shares()
+      .folder("/mnt/HD/HD_a2/New")
+      .shares(share_xml({stored_share("Music").deny("#nobody#,#@allaccount#").write("#alice#")}));
+  add_hundreds_of_accounts();
+  const std::string before = read_file(first_share_file);
+  insert_acnt_node("Music", to_write);
+  EXPECT_EQ(acnt_mod_share("bob"), 0);
+  EXPECT_EQ(add_share(Share{"New"}
+                          .path("/mnt/HD/HD_a2/New")
+                          .write("#alice#")
+                          .deny("#nobody#,#@allaccount#")
+                          .oplocks("yes")
+                          .map_archive("no")),
+            0);
+  expect_on_both_volumes(before);
+}
+
+TEST(FullList, OfEveryoneElseWhoMayWriteLetsFewerIn) {
+  three_shares();
+  add_hundreds_of_accounts();
+  insert_acnt_node("Films", to_read);
+  EXPECT_EQ(acnt_mod_share("alice"), 1);
+}
+
+// In a list it would be two other accounts.
+TEST(UnlistableAccount, IsLeftOutOfThoseWhoMayEnter) {
+  three_shares().user("a,b", 2001, 100).user("c#d", 2002, 100).user("e&lt;f", 2003, 100);
+  insert_acnt_node("Films", to_read);
+  EXPECT_EQ(acnt_mod_share("alice"), 1);
+  get_samba_info();
+  EXPECT_STREQ(check_smb_share_name("Films")->write_list, "#bob#,#carol#");
+}
+
+TEST(UnlistableAccount, KeepsEveryoneElseFromBeingDenied) {
+  three_shares()
+      .user("a,b", 2001, 100)
+      .shares(share_xml({stored_share("Music").deny("#nobody#,#@allaccount#").write("#alice#")}));
+  const std::string before = read_file(first_share_file);
+  insert_acnt_node("Music", to_write);
+  EXPECT_EQ(acnt_mod_share("bob"), 0);
+  expect_on_both_volumes(before);
 }
 
 TEST(AccountModification, OfAnAutomaticShareAloneIsNone) {

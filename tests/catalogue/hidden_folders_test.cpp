@@ -163,7 +163,7 @@ TEST(CopyToHidden, WithoutTheSystemFolderGoesOnWithTheOthers) {
       .hidden("/dev/sdb4", "/mnt/HD_b4")
       .file("/mnt/HD_a9", "no folder at all")
       .file(temporary_share_file, "new");
-  EXPECT_EQ(output_of(cp_xml_to_hidden), "CP: dest file exist and can't remove\n");
+  EXPECT_EQ(output_of(cp_xml_to_hidden), "CP: dest file exist and can't remove\nCP: can't stat dest\n");
   EXPECT_EQ(names_in("/mnt/HD_a4"), Names{});
   EXPECT_EQ(read_file("/mnt/HD_a9"), "no folder at all");
   EXPECT_EQ(read_file(second_share_file), "new");

@@ -68,12 +68,21 @@ Change share_change(const std::string &name, const std::function<int()> &run, co
   for (const std::string &path : paths) {
     change.after[path] = share_xml(stored);
   }
-  change.after_next = [=](const Files &now) {
+  const auto shown = [=](const Files &now) {
     Shares list;
     for (std::size_t volume = 0; volume < paths.size(); ++volume) {
       const bool is_new = now.at(paths[volume]) == share_xml(stored);
       load(list, volume, is_new ? loaded : before);
     }
+    return list;
+  };
+  change.is_shown = [=](const Files &now) {
+    const bool are_there =
+        std::ranges::all_of(paths, [&now](const auto &path) { return now.contains(path); });
+    return are_there && share_xml(shown(now)) == share_xml(shown(change.after));
+  };
+  change.after_next = [=](const Files &now) {
+    Shares list = shown(now);
     list.push_back(one_more());
     Files next = now;
     for (const std::string &path : paths) {

@@ -19,6 +19,8 @@ struct Change {
   std::function<int()> next;     // the operation that follows an interrupted one
   // What the files are once `next` ran on these. Each of them is the old or the new one.
   std::function<Files(const Files &)> after_next;
+  // Whether the next load of these files shows the change; not given where every file has to be the new one.
+  std::function<bool(const Files &)> is_shown = {};
 };
 
 // Sets the machine up; the files of `before`, which are the same each time.

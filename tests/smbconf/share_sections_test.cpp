@@ -110,7 +110,7 @@ TEST(ShareSection, FullFieldsAreWrittenWhole) {
 TEST(ShareSection, EachLineCarriesAFullAccessList) {
   const std::string full = full_list();
   ASSERT_EQ(full.size(), 12287U);
-  Insert_Smb_Node(music().read(full).write(full).deny(full));
+  Insert_Smb_Node(music().read(full).write(full).deny("#nobody#"));
   put(pss->head->invalid_users, full);
   EXPECT_EQ(values("read list"), Values{quoted(full)});
   EXPECT_EQ(values("write list"), Values{quoted(full)});
