@@ -12,6 +12,8 @@
 #include <string>
 #include <sys/mount.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace nasshare::tests {
 namespace {
@@ -346,6 +348,27 @@ TEST(RootLinks, ARootThatIsMountedIsBuiltOn) {
   captured.stop();
   EXPECT_EQ(names_in(root + "/media"), Names{"tunes"});
   EXPECT_EQ(mode(root), 0777U);
+}
+
+TEST(DfsTree, IsWholeAfterTwoRebuildsAtOnce) {
+  const Links links{{"srv1", "music", "tunes", "media"},
+                    {"srv1", "films", "films", "media"},
+                    {"srv2", "docs", "papers", "work"}};
+  enabled(links);
+  for (int round = 0; round < 10; ++round) {
+    const pid_t other = fork();
+    if (other == 0) {
+      create_dfs_link();
+      _exit(0);
+    }
+    create_dfs_link();
+    int status = -1;
+    ASSERT_EQ(waitpid(other, &status, 0), other);
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(names_in(root + "/media"), (Names{"films", "tunes"}));
+    EXPECT_EQ(names_in(root + "/work"), Names{"papers"});
+    EXPECT_EQ(mode(root), 0777U);
+  }
 }
 
 } // namespace

@@ -1,5 +1,10 @@
 // A process that changes stored files is killed before each of its system calls in turn.
+#include "appliance.h"
+#include "files.h"
 #include "findings.h"
+#include "nasshare/catalogue.h"
+#include "nasshare/smbconf.h"
+#include "paths.h"
 #include "verdict.h"
 
 #include <fcntl.h>
@@ -37,6 +42,13 @@ void expect_to_work(const Change &change, const Files &before = make_appliance()
   change.prepare();
   const Verdict verdict(change, before);
   EXPECT_EQ(verdict.after_success(run_alone(change.run)), "");
+}
+
+std::string without_empty_lines_at_end(std::string text) {
+  while (text.ends_with('\n')) {
+    text.pop_back();
+  }
+  return text;
 }
 
 // ---- The changes as they are when nothing interrupts them: what "the new file" means here
@@ -105,6 +117,38 @@ TEST(StoppedProcess, RenamingAGroupLeavesTheOldOrTheNewFiles) {
 
 TEST(StoppedProcess, StoringAValueLeavesTheOldOrTheNewFile) {
   expect_to_survive(storing_a_value());
+}
+
+// Services read the file while it is written: they see the old text or the new one, and perhaps empty lines.
+TEST(StoppedProcess, PublishingLeavesTheOldOrTheNewText) {
+  if (!can_kill_at_calls()) {
+    GTEST_SKIP() << "no process can watch another's system calls here";
+  }
+  make_appliance();
+  const auto publish = [] {
+    get_samba_info2();
+    return create_smb_conf() == 0 ? 1 : 0;
+  };
+  run_alone(publish);
+  const std::string whole = read_file(smb_conf);
+  for (const std::string &old : {std::string("[ global ]\nold = yes\n"), whole + "[ Old ]\npath = /old\n"}) {
+    Endured endured;
+    for (int n = 1;; ++n) {
+      files::write(smb_conf, old);
+      const Interrupted end = killed_at(n, publish);
+      if (!end.reached) {
+        break;
+      }
+      ++endured.interruptions;
+      const std::string text = without_empty_lines_at_end(read_file(smb_conf));
+      endured.findings.add("at " + std::to_string(n) + ": " + end.call,
+                           text == without_empty_lines_at_end(old) ||
+                                   text == without_empty_lines_at_end(whole)
+                               ? ""
+                               : "smb.conf reads\n" + text);
+    }
+    expect_nothing_found("smb.conf", endured, "system calls at which it was killed", 15);
+  }
 }
 
 // ---- The stops find what they are for

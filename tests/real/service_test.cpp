@@ -4,6 +4,7 @@
 #include "paths.h"
 #include "samba_machine.h"
 
+#include <algorithm>
 #include <string>
 
 namespace nasshare::tests {
@@ -130,6 +131,81 @@ TEST_F(Service, StartAfterACrashServesAgain) {
   EXPECT_EQ(access("alice", "Music"), "write");
   ASSERT_EQ(shell("smb stop").status, 0);
   EXPECT_EQ(samba_processes(), "");
+}
+
+std::string smbd_pid() {
+  return shell("cut -d' ' -f1 /run/samba/nasshare-smbd | tr -d '\\n'").out;
+}
+
+TEST_F(Service, StartWhereSomebodyElseHasThePortFails) {
+  add(music());
+  shell("nohup python3 -c 'import socket, time; s = socket.socket(); s.bind((\"0.0.0.0\", 445)); s.listen(); "
+        "t = socket.socket(socket.AF_INET6); t.setsockopt(41, 26, 1); t.bind((\"::\", 445)); t.listen(); "
+        "time.sleep(60)' >/dev/null 2>&1 & echo $! >/tmp/other");
+  ASSERT_EQ(shell("timeout 10 sh -c 'until grep -q :01BD /proc/net/tcp; do sleep 0.1; done'").status, 0);
+  const Ended ended = shell("smb start");
+  EXPECT_EQ(ended.status, 1);
+  EXPECT_EQ(ended.err, "smb: smbd does not answer; see /var/log/samba/log.smbd\n");
+  EXPECT_EQ(samba_processes(), "");
+  shell("kill $(cat /tmp/other)");
+}
+
+TEST_F(Service, SmbdHasNothingOfItsStarter) {
+  add(music());
+  ASSERT_EQ(shell("cd /tmp && SECRET=word bash -c 'smb start 7</etc/passwd 12</etc/group'").status, 0);
+  const std::string process = "/proc/" + smbd_pid();
+  EXPECT_EQ(shell("readlink " + process + "/cwd").out, "/\n");
+  EXPECT_EQ(shell("grep -c SECRET " + process + "/environ").out, "0\n");
+  EXPECT_EQ(shell("readlink " + process + "/fd/* | grep -cE '^/etc/(passwd|group)|service.lock'").out, "0\n");
+}
+
+TEST_F(Service, StartUnderAnyMaskShutsNothingAndLeavesNothingForOthersToWrite) {
+  for (const char *mask : {"0", "077"}) {
+    SCOPED_TRACE(mask);
+    Appliance{}.remove("/run/samba").remove(smb_conf);
+    ASSERT_EQ(shell(std::string("umask ") + mask + "; smb start").status, 0);
+    EXPECT_EQ(mode("/run/samba"), 0755U);
+    EXPECT_EQ(mode(smbd_conf), 0644U);
+    EXPECT_EQ(mode(smb_conf), 0644U);
+    EXPECT_EQ(mode("/run/samba/nasshare-smbd"), 0644U);
+    ASSERT_EQ(shell("smb stop").status, 0);
+  }
+}
+
+TEST_F(Service, StartGeneratesAnEmptySmbConfAnew) {
+  ASSERT_NO_FATAL_FAILURE(add(music()));
+  Appliance{}.file(smb_conf, "");
+  start();
+  EXPECT_EQ(access("alice", "Music"), "write");
+}
+
+TEST_F(Service, StartOpensADfsTreeWhoseRebuildWasKilled) {
+  Appliance{}.folder("/etc/dfsroot", 0700);
+  ASSERT_EQ(shell("smb start").status, 0);
+  EXPECT_EQ(mode("/etc/dfsroot"), 0777U);
+}
+
+TEST_F(Service, TwoStartsAtOnceLeaveOneSmbd) {
+  add(music());
+  ASSERT_EQ(shell("smb start & smb start; wait $!").status, 0);
+  EXPECT_EQ(shell("ps -e -o pid=,sid=,args= | awk '$1 == $2 && $3 == \"smbd\"' | wc -l").out, "1\n");
+}
+
+TEST_F(Service, TwelveSmbcomsAtOnceEndWithAllSharesServed) {
+  serve_music();
+  Names names{"Music"};
+  for (int i = 1; i <= 12; ++i) {
+    const std::string name = "Films" + std::to_string(i);
+    folder("/mnt/HD/HD_b2/" + name);
+    names.push_back(name);
+  }
+  ASSERT_EQ(shell("for i in 1 2 3 4 5 6 7 8 9 10 11 12; do "
+                  "nasshare add Films$i /mnt/HD/HD_b2/Films$i --write everyone >/dev/null & done; wait")
+                .status,
+            0);
+  std::ranges::sort(names);
+  EXPECT_EQ(served_shares(), names);
+  EXPECT_EQ(shell("ls /run/samba | grep -c 'smbd.conf.'").out, "0\n");
 }
 
 TEST_F(Service, StartGeneratesSmbConfWhereThereIsNone) {
