@@ -6,6 +6,7 @@ install(TARGETS nasplatform EXPORT nasshare LIBRARY DESTINATION ${CMAKE_INSTALL_
 install(DIRECTORY include/nasshare DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 install(FILES docs/nasshare.1 docs/nasshare-diag.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 install(FILES docs/nasshare.3 DESTINATION ${CMAKE_INSTALL_MANDIR}/man3)
+install(FILES docs/operations.md docs/security.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
 
 install(EXPORT nasshare NAMESPACE nasshare:: FILE nasshare-targets.cmake
         DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/nasshare)

@@ -49,7 +49,7 @@ void Print_Name_List(void); /* when smb_dbg_flag is set */
 
 struct smb_acnt_node {
   char name[512]; /* share name */
-  uint32_t type;  /* 1 read, 2 write, 3 deny */
+  uint32_t type;  /* 1 read, 2 write, 3 deny, 0 in none of the three lists */
   struct smb_acnt_node *next;
 };
 
@@ -161,9 +161,12 @@ void remove_empty_share_node(void);
 /* ---- Account changes. ---- */
 
 /* Gives the account exactly the permissions of the account list on the shares named there, stores the
-   catalogue and empties the account list. 1 when the catalogue was stored. 0, and nothing done, for an empty
-   name, an empty list, and a name that no list can hold: with '#' or ',', of 512 bytes or more, or no text
-   for XML. */
+   catalogue and empties the account list. Only entries of the account itself change: groups still decide. On
+   a share that is open to everyone, everyone becomes all other accounts of that moment; in Active Directory
+   mode every other entry goes. 1 when the catalogue was stored (as add_share). 0, and nothing stored, for an
+   empty name and an empty list, which leave the account list alone; for a name that no list can hold (with
+   '#', ',', a line end or a reference that XML knows, of 512 bytes or more, or no text for XML); for a list
+   without room for the entry; and where everyone else is to be denied and cannot be named. */
 int acnt_mod_share(const char *account);
 
 /* The same in the loaded share list only. Empties the name list when it opens up an everyone list. */

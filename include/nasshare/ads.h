@@ -44,14 +44,16 @@ void ads_create_nsswitch_conf(void);
 /* Does nothing and returns its argument. */
 int ads_create_pam_samba(int value);
 
-/* 1 when "wbinfo -u" ("wbinfo -g") lists exactly that name among its first 800 (200) lines, else 0. The
-   appliance's own computer account is passed over, for users "krbtgt" too. A group's name comes without '@'.
- */
+/* 1 when "wbinfo -u" ("wbinfo -g") lists exactly that name among its first 800 (200) lines, else 0: in a
+   larger domain the names behind them are unknown. The appliance's own computer account is passed over, for
+   users "krbtgt" too. A group's name comes without '@'. A wbinfo that cannot be started or is killed keeps
+   create_smb_conf from writing what has been checked with it. */
 int ads_check_user(const char *name);
 int ads_check_group(const char *name);
 
 /* Drops every entry of the access list (12288 bytes) that the domain does not list; the everyone value
-   "#nobody#,#@allaccount#" and "#nobody#" alone stay. */
+   "#nobody#,#@allaccount#" and "#nobody#" alone stay. An entry of a list of those who are denied goes the
+   same way. */
 void ads_run_check_samba_list(char *list);
 
 /* Does so for the three lists of every listed share, and removes shares without any list. */

@@ -6,6 +6,13 @@
  * thread at a time. Operations that need the shares load them from the disks
  * themselves and leave the list empty, unless their text says otherwise.
  *
+ * Loading ends the process with status 255 when no data volume is mounted or no
+ * disk is in a bay: a program that must go on calls get_samba_info,
+ * get_samba_info2, check_hd, chk_share, chk_name_path, add_share, mod_share,
+ * del_share and acnt_mod_share (acl.h) in a child process. A change waits while
+ * another program makes one. What each operation runs, reads, writes, locks and
+ * prints stands in one table in the page operations.md.
+ *
  * Texts are zero-terminated and live in arrays of fixed width. A longer text is
  * cut on a whole UTF-8 character, a whole XML entity and, in an access list, a
  * whole entry.
@@ -190,13 +197,21 @@ int chk_name_path(const char *name, const char *path);
 
 /* ---- Share operations: load, change, store on every volume, "smbcom". ---- */
 
-/* 1 when the share was added. 0 when the name is taken or the record is refused: no name, no path, a path
-   that does not exist, a text that XML cannot hold (control characters, bytes that are not UTF-8) or that has
-   a line end, or a deny list that leaves no room for the guest in front. The record's volume_raid and
-   hd_serial are filled from the volume that holds the path, and outside Active Directory mode its lists are
-   made explicit (rebuld_input_data). 0 as well when the catalogue could not be loaded whole, or stored on no
-   volume at all; no volume's file has changed then. A record of the loaded list may be given; like the whole
-   list it is gone afterwards. */
+/* 1 when the share was added: the next load shows it, unless its path lies on neither volume, which no load
+   shows. 0 when the name is taken or the record is refused: no name, no path, a path that does not exist, a
+   text that XML cannot hold (control characters, bytes that are not UTF-8) or that has a line end, or a deny
+   list that leaves no room for the guest in front or is to name more accounts than fit. The record's
+   volume_raid and hd_serial are filled from the volume that holds the path, and outside Active Directory mode
+   its lists are made explicit (rebuld_input_data). 0 as well when the catalogue could not be loaded whole, or
+   when a hidden partition that a present volume is read from did not take it; every volume's file is then as
+   it was. A record of the loaded list may be given; like the whole list it is gone afterwards.
+
+   The new file is prepared on every hidden partition before it takes its place on any. Where that does not
+   work, the old file is deleted and the new one copied, with the lines of cp (support.h) on standard output,
+   while another partition holds the new one. A partition that takes it in no way does not count as long as
+   its old file says the same of its own volume.
+
+   Whether "smbcom" was found and took the change makes no difference to the answer. */
 int add_share(struct smb_share *record);
 
 /* The same for a share that exists: 1 when it was changed, 0 when it is unknown or refused. */
@@ -206,8 +221,8 @@ int mod_share(struct smb_share *record);
 int del_share(const char *name);
 
 /* Replaces the share XML in ".systemfile" of every hidden system partition with a copy of
-   "/tmp/.smb.xml"; nothing changes when that file is missing, another user's or no plain file, or when its
-   last write failed. */
+   "/tmp/.smb.xml", each as add_share does it; nothing changes when that file is missing, another user's or
+   no plain file, or when its last write failed. */
 void cp_xml_to_hidden(void);
 
 /* Deletes the share XML of the current mode from every hidden system partition. */

@@ -7,7 +7,9 @@
  * deletes or looks up loads its file, acts, replaces the file and leaves its
  * list empty. A value comes back from the files as it was given; one that has
  * 512 bytes or more once XML-escaped, and one that XML cannot hold, is refused
- * with 0. A file that cannot be parsed counts as empty. 0 is the answer, too,
+ * with 0. A host alone is markup: "a&amp;b" is stored so, and comes back as
+ * "a&b"; only its own 512 bytes count. A file that cannot be parsed counts as
+ * empty. 0 is the answer, too,
  * when the file could not be written; it is then as it was.
  */
 #ifndef NASSHARE_DFS_H
