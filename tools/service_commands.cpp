@@ -1,11 +1,9 @@
 // The search path of the service commands.
 #include "service_commands.h"
 
-#include <algorithm>
 #include <cstdlib>
-#include <ranges>
+#include <sstream>
 #include <string>
-#include <string_view>
 #include <unistd.h>
 
 namespace nasshare::cli {
@@ -17,10 +15,14 @@ bool has_commands(const std::string &folder) {
   return ::access((folder + "/smbcom").c_str(), X_OK) == 0;
 }
 
-bool is_on_path(std::string_view path) {
-  return std::ranges::any_of(path | std::views::split(':'), [](const auto &folder) {
-    return has_commands(std::string(folder.begin(), folder.end()));
-  });
+bool is_on_path(const std::string &path) {
+  std::istringstream folders(path);
+  for (std::string folder; std::getline(folders, folder, ':');) {
+    if (has_commands(folder)) {
+      return true;
+    }
+  }
+  return false;
 }
 
 } // namespace

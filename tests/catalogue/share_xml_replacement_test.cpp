@@ -215,6 +215,30 @@ TEST(ShareXmlReplacement, TheTemporaryFileIsGoneAfterAFailedWrite) {
   }
 }
 
+// The name of its successor would be cut to that of another file, or to its own.
+TEST(ShareXmlReplacement, OfAFileWithAVeryLongNameLeavesItAndItsNeighboursAlone) {
+  std::string long_folder = "/tmp";
+  for (int depth = 0; depth < 15; ++depth) {
+    long_folder += "/" + std::string(254, 'd');
+  }
+  Appliance{}.folder(long_folder);
+  list_shares();
+  for (const std::size_t length : {4091, 4092, 4093, 4094, 4095}) {
+    SCOPED_TRACE(length);
+    const std::string file = long_folder + "/" + std::string(length - long_folder.size() - 1, 'f');
+    const std::string neighbour = (file + ".new").substr(0, 4095);
+    Appliance{}.file(file, "old");
+    if (neighbour != file) {
+      Appliance{}.file(neighbour, "neighbour");
+    }
+    const int answer = create_HD_xml(file.c_str());
+    EXPECT_EQ(answer, length <= 4091 ? 0 : -1);
+    EXPECT_EQ(read_file(file) == "old", answer != 0);
+    EXPECT_TRUE(length <= 4091 || neighbour == file || read_file(neighbour) == "neighbour");
+    Appliance{}.remove(file).remove(neighbour);
+  }
+}
+
 } // namespace
 } // namespace nasshare::tests
 

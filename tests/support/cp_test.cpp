@@ -5,6 +5,7 @@
 #include "nasshare/support.h"
 #include "output.h"
 
+#include <filesystem>
 #include <gtest/gtest.h>
 #include <string>
 #include <unistd.h>
@@ -130,6 +131,14 @@ TEST(Cp, LongerPathsAreRefusedRatherThanCut) {
   EXPECT_EQ(placed(source, longer.c_str()).result, -1);
   EXPECT_EQ(read_file(longer), "longer");
   EXPECT_FALSE(exists(cut));
+}
+
+TEST(Cp, ASlashThatIsThereIsNotCountedTwice) {
+  const std::string name = std::filesystem::path(source).filename();
+  const std::string folder = path_of_length(1022 - name.size()) + "/";
+  Appliance{}.file(source, "text").folder(folder);
+  EXPECT_EQ(placed(source, folder.c_str()), done);
+  EXPECT_EQ(read_file(folder + name), "text");
 }
 
 TEST(Cp, FolderTooLongForTheNameIsRefusedRatherThanCut) {
