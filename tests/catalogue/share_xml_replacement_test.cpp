@@ -217,7 +217,7 @@ TEST(ShareXmlReplacement, TheTemporaryFileIsGoneAfterAFailedWrite) {
 
 // The name of its successor would be cut to that of another file, or to its own.
 TEST(ShareXmlReplacement, OfAFileWithAVeryLongNameLeavesItAndItsNeighboursAlone) {
-  std::string long_folder = "/tmp";
+  std::string long_folder = "/tmp/" + std::string(20, 'd');
   for (int depth = 0; depth < 15; ++depth) {
     long_folder += "/" + std::string(254, 'd');
   }
