@@ -1,6 +1,7 @@
 // Each allocation of the libraries fails in turn, alone or with all that follow, in the process that changes
 // stored files or reads them.
 #include "appliance.h"
+#include "dfs_files.h"
 #include "domain.h"
 #include "each_allocation.h"
 #include "failing_memory.h"
@@ -12,6 +13,7 @@
 #include "verdict.h"
 
 #include <cstdio>
+#include <cstring>
 #include <functional>
 #include <grp.h>
 #include <gtest/gtest.h>
@@ -121,6 +123,17 @@ TEST(FailedAllocation, ChangingAnAccountKeepsTheOldFilesOrStoresTheNew) {
   expect_change_to_endure(changing_an_account());
 }
 
+// A permission that memory was too short to record is not left out of a change that is done.
+TEST(FailedAllocation, CollectingPermissionsKeepsTheOldFilesOrStoresTheNew) {
+  Change change = changing_an_account();
+  change.run = [collect = change.prepare, run = change.run] {
+    collect();
+    return run();
+  };
+  change.prepare = [] {};
+  expect_change_to_endure(change);
+}
+
 TEST(FailedAllocation, AddingAShareInDomainModeKeepsTheOldFilesOrStoresTheNew) {
   expect_change_to_endure(adding_a_share_in_domain_mode(), make_domain_appliance());
 }
@@ -135,6 +148,54 @@ TEST(FailedAllocation, RenamingAGroupKeepsTheOldFilesOrStoresTheNew) {
 
 TEST(FailedAllocation, StoringAValueKeepsTheOldFileOrStoresTheNew) {
   expect_change_to_endure(storing_a_value());
+}
+
+// ---- Lists that a host program fills and has written
+
+void expect_old_or_new(const std::string &name, const std::string &path, const std::function<void()> &write) {
+  if (!watch_allocations()) {
+    GTEST_SKIP() << "references to functions of libraries cannot be turned on this processor";
+  }
+  const Files before = make_appliance();
+  const std::string old = before.at(path);
+  const auto run = [&write] {
+    write();
+    return 1;
+  };
+  run_alone(run);
+  const std::string fresh = read_file(path);
+  ASSERT_NE(fresh, old);
+  const Endured endured = fail_each_allocation(
+      [&] { restore(before); }, run,
+      [&](const Interrupted &end) {
+        const std::string text = read_file(path);
+        return ending_of(end) + (text == old || text == fresh ? "" : "the file reads\n" + text);
+      });
+  expect_nothing_found(name, endured, allocations, 2);
+}
+
+TEST(FailedAllocation, WritingTheGroupListKeepsTheOldFileOrStoresTheNew) {
+  expect_old_or_new("write_DFS_group_xml", group_path, [] {
+    get_dfs_group_info();
+    Insert_Name_Node("Archive");
+    Insert_Name_Node("More");
+    write_DFS_group_xml();
+  });
+}
+
+TEST(FailedAllocation, WritingTheLinkListKeepsTheOldFileOrStoresTheNew) {
+  expect_old_or_new("write_DFS_xml", link_path, [] {
+    get_dfs_info();
+    for (const char *local : {"one", "two"}) {
+      smb_dfs_node link = {};
+      std::strcpy(link.host, "nas3");
+      std::strcpy(link.share, "films");
+      std::strcpy(link.local, local);
+      std::strcpy(link.group, "Media");
+      dfs_add_node(&link);
+    }
+    write_DFS_xml();
+  });
 }
 
 // ---- Everything else that allocates

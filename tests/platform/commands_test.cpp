@@ -17,6 +17,13 @@ TEST(Smbcom, GeneratesWithNasshare) {
   EXPECT_EQ(transcript(), "nasshare smb-conf\nnasshare smb-conf\nnasshare --debug smb-conf\n");
 }
 
+TEST(Smbcom, WaitsForNothingThatIsLeftInTheBackground) {
+  Appliance{}.script("nasshare", "sleep 60 >/dev/null 2>&1 &");
+  EXPECT_EQ(command("smbcom -g").status, 0);
+  EXPECT_EQ(shell("timeout 10 " + commands + "/smbcom -g").status, 0);
+  shell("pkill -x sleep");
+}
+
 TEST(Smbcom, PassesOnThatNothingWasGenerated) {
   Appliance{}.command("nasshare", "", 255, "nasshare: no data volume\n");
   const Ended ended = command("smbcom");
