@@ -1,10 +1,10 @@
 // The check of every share's lists on loading: accounts that nobody knows go, and shares that nobody can
 // enter then.
 #include "acl/access_list.h"
-#include "acl/accounts.h"
 #include "acl/everyone.h"
 #include "acl/known_entries.h"
 #include "acl/list_accounts.h"
+#include "acl/remembered_accounts.h"
 #include "base/linked_list.h"
 #include "model/domain_mode.h"
 #include "model/load_verdict.h"
@@ -20,8 +20,10 @@ void leave_to_everyone(std::string_view everyone_list, std::initializer_list<cha
   Free_Name_List();
 }
 
-void check_share(smb_share &share) {
-  keep_known_entries(share, user_exists_or_note, group_exists_or_note);
+void check_share(smb_share &share, RememberedAccounts &users, RememberedAccounts &groups) {
+  keep_known_entries(
+      share, [&users](std::string_view name) { return users.exists_or_note(name); },
+      [&groups](std::string_view name) { return groups.exists_or_note(name); });
   if (is_everyone(view(share.write_list))) {
     leave_to_everyone(share.write_list, {share.read_list});
   }
@@ -46,7 +48,11 @@ void check_user_group(void) {
     return; // programs check a domain's accounts when they want to, with ads_check_user_group()
   }
   const LoadWatch watch;
-  std::ranges::for_each(each(*pss), check_share);
+  RememberedUsers users;
+  RememberedGroups groups;
+  for (auto &share : each(*pss)) {
+    check_share(share, users, groups);
+  }
   remove_empty_share_node();
 }
 
