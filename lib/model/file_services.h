@@ -8,11 +8,18 @@
 namespace nasshare {
 
 struct FileServices {
+  FileServices() {
+    if (nfs && !afp) {
+      exports.read_or_note();
+    }
+  }
+
   bool afp = is_on_or_note("/system_mgr/afp/enable");
   bool nfs = is_on_or_note("/system_mgr/nfs/enable");
+  NfsExports exports;
 
   [[nodiscard]] bool forbid_oplocks_or_note(std::string_view path) const {
-    return afp || (nfs && is_exported_or_note(path));
+    return afp || (nfs && exports.contain_or_note(path));
   }
 };
 

@@ -19,18 +19,39 @@ std::string_view exported_path(std::string_view line) {
   return line.empty() ? line : line.substr(1);
 }
 
+using Path = Text<path_width>;
+
+// Lines without a quote name no path.
+bool names_path(std::string_view line) {
+  return contains(line, "\"");
+}
+
 } // namespace
 
 bool is_exported_or_note(std::string_view path) {
   for (const auto line : FileLines("/etc/exports")) {
-    const Text<path_width> exported{exported_path(line)};
+    const Path exported{exported_path(line)};
     trace_debug("get_nfs_path---->[%s]\n", exported.c_str());
     trace_debug("compare path---->[%.*s]\n", static_cast<int>(path.size()), path.data());
-    if (contains(line, "\"") && exported.view() == path) {
+    if (names_path(line) && exported.view() == path) {
       return true;
     }
   }
   return false;
+}
+
+void NfsExports::read_or_note() {
+  are_known_ = true;
+  for (const auto line : FileLines("/etc/exports")) {
+    if (names_path(line)) {
+      are_known_ = paths_.insert(Path{exported_path(line)}.view()) && are_known_;
+    }
+  }
+}
+
+// A trace tells of every comparison.
+bool NfsExports::contain_or_note(std::string_view path) const {
+  return are_known_ && !is_tracing() ? paths_.contains(path) : is_exported_or_note(path);
 }
 
 } // namespace nasshare
