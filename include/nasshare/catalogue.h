@@ -209,7 +209,8 @@ int chk_name_path(const char *name, const char *path);
    The new file is prepared on every hidden partition before it takes its place on any. Where that does not
    work, the old file is deleted and the new one copied, with the lines of cp (support.h) on standard output,
    while another partition holds the new one. A partition that takes it in no way does not count as long as
-   its old file says the same of its own volume.
+   its old file says the same of its own volume. One without the folder ".systemfile" takes no part: a share
+   of its volume is stored on the others alone, the answer is 1, and no load shows it.
 
    Whether "smbcom" was found and took the change makes no difference to the answer. */
 int add_share(struct smb_share *record);

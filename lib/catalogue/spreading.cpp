@@ -10,6 +10,7 @@
 #include "nasshare/catalogue.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -58,9 +59,16 @@ bool reaches(const Copies &copies, int volume) {
       copies, [&](const CatalogueCopy &copy) { return copy.is_done() && copy.is_in(hidden_path); });
 }
 
+// A partition without one has never held a catalogue, and takes no part.
+bool has_system_folder(int volume) {
+  const SystemFile folder{view(pss->vol_hidden_path[volume]), system_folder};
+  return access(folder.c_str(), F_OK) == 0 || (errno != ENOENT && errno != ENOTDIR);
+}
+
 bool reaches_every_volume(const Copies &copies) {
-  return std::ranges::all_of(
-      volumes, [&](int volume) { return !is_present(*pss, volume) || reaches(copies, volume); });
+  return std::ranges::all_of(volumes, [&](int volume) {
+    return !is_present(*pss, volume) || reaches(copies, volume) || !has_system_folder(volume);
+  });
 }
 
 } // namespace

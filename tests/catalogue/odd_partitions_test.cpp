@@ -148,21 +148,20 @@ TEST(ReadOnlyPartition, KeepsADeniedAccountDenied) {
   EXPECT_STREQ(pss->head->next->invalid_users, "#nobody#,#alice#");
 }
 
-TEST(NoPartition, StoresNothingAndSaysSo) {
+// What never held a catalogue takes no part in a change.
+TEST(NoPartition, IsNotReported) {
   Appliance machine = Appliance::single_disks();
   machine.folder("/mnt/HD/HD_a2/Films");
   for (const char *partition : {first_partition, second_partition}) {
     machine.unmount(partition).remove(partition);
   }
-  EXPECT_EQ(add_share(films("HD_a2")), 0);
-  EXPECT_EQ(next_load(), Names{});
+  EXPECT_EQ(output_of([] { EXPECT_EQ(add_share(films("HD_a2")), 1); }), "");
 }
 
-TEST(PartitionWithoutSystemFolder, RefusesAChangeOfItsOwnShares) {
+TEST(PartitionWithoutSystemFolder, DoesNotKeepTheOthersFromTakingTheFile) {
   two_volumes({docs()}).remove("/mnt/HD_a4/.systemfile");
-  EXPECT_EQ(output_of([] { EXPECT_EQ(add_share(films("HD_a2")), 0); }),
-            "CP: dest file exist and can't remove\n");
-  EXPECT_EQ(next_load(), (Names{"Docs"}));
+  EXPECT_EQ(output_of([] { EXPECT_EQ(del_share("Docs"), 1); }), "CP: dest file exist and can't remove\n");
+  EXPECT_EQ(next_load(), Names{});
 }
 
 // ---- Odd ones
