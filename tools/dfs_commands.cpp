@@ -50,6 +50,7 @@ void expect_usable(const Link &link) {
   expect_name(link.group, "the group");
   expect_name(link.local, "the link's name");
   expect_target(link.host, "the host");
+  refuse_characters(link.host, "&", "the host"); // a reference in it would become any character
   expect_target(link.share, "the share");
 }
 

@@ -33,12 +33,15 @@ void refuse_name_samba_cannot_take(const std::string &name) {
       plain += static_cast<char>(std::tolower(static_cast<unsigned char>(character)));
     }
   }
-  constexpr std::array<std::string_view, 5> kept{"global", "homes", "printers", "ipc$", "dfs"};
+  constexpr std::array<std::string_view, 6> kept{"global", "globals", "homes", "printers", "ipc$", "dfs"};
   if (std::ranges::find(kept, plain) != kept.end() || plain.starts_with("recyclebin-")) {
     throw Refusal("Samba keeps the name \"" + name + "\" for itself");
   }
   if (name.find(']') != std::string::npos) {
     throw Refusal("a share's name cannot hold \"]\"");
+  }
+  if (name.starts_with(' ') || name.ends_with(' ') || name.find("  ") != std::string::npos) {
+    throw Refusal("Samba drops blanks at the ends of a share's name, and all but one of several");
   }
 }
 
@@ -109,14 +112,18 @@ void set_name(smb_share &share, const std::string &name) {
   assign_whole(share.name, name, "the name");
 }
 
-void set_path(smb_share &share, const std::string &path) {
-  refuse_control_characters(path, "the path");
+void set_path(smb_share &share, const std::string &given) {
+  refuse_control_characters(given, "the path");
+  const std::string path = std::filesystem::path(given).lexically_normal(); // as it is found again
+  if (path.ends_with(' ') || path.ends_with('\\')) {
+    throw Refusal("Samba would serve another folder for a path that ends in a blank or a backslash");
+  }
   struct stat folder {};
   if (::stat(path.c_str(), &folder) != 0 || !S_ISDIR(folder.st_mode)) {
-    throw Refusal("no such folder: " + path);
+    throw Refusal("no such folder: " + given);
   }
   if (!is_on_volume(path)) {
-    throw Refusal(path + " is on no data volume (" + SMB_VOL_NAME[0] + ", " + SMB_VOL_NAME[1] + ")");
+    throw Refusal(given + " is on no data volume (" + SMB_VOL_NAME[0] + ", " + SMB_VOL_NAME[1] + ")");
   }
   assign_whole(share.path, path, "the path");
 }

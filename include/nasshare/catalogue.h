@@ -197,14 +197,15 @@ int chk_name_path(const char *name, const char *path);
 
 /* ---- Share operations: load, change, store on every volume, "smbcom". ---- */
 
-/* 1 when the share was added: the next load shows it, unless its path lies on neither volume, which no load
-   shows. 0 when the name is taken or the record is refused: no name, no path, a path that does not exist, a
-   text that XML cannot hold (control characters, bytes that are not UTF-8) or that has a line end, or a deny
-   list that leaves no room for the guest in front or is to name more accounts than fit. The record's
-   volume_raid and hd_serial are filled from the volume that holds the path, and outside Active Directory mode
-   its lists are made explicit (rebuld_input_data). 0 as well when the catalogue could not be loaded whole, or
-   when a hidden partition that a present volume is read from did not take it; every volume's file is then as
-   it was. A record of the loaded list may be given; like the whole list it is gone afterwards.
+/* 1 when the share was added: the next load shows it, unless no load shows such a share: one whose path lies
+   on neither volume, whose name contains "USBDisk1", or whose lists leave nobody who exists. 0 when the name
+   is taken or the record is refused: no name, no path, a path that does not exist, a text that XML cannot
+   hold (control characters, bytes that are not UTF-8) or that has a line end, or a deny list that leaves no
+   room for the guest in front or is to name more accounts than fit. The record's volume_raid and hd_serial
+   are filled from the volume that holds the path, and outside Active Directory mode its lists are made
+   explicit (rebuld_input_data). 0 as well when the catalogue could not be loaded whole, or when a hidden
+   partition that a present volume is read from did not take it; every volume's file is then as it was. A
+   record of the loaded list may be given; like the whole list it is gone afterwards.
 
    The new file is prepared on every hidden partition before it takes its place on any. Where that does not
    work, the old file is deleted and the new one copied, with the lines of cp (support.h) on standard output,

@@ -25,19 +25,20 @@ void read_global_setting(void);
    output, when no socket can be made. */
 void Get_Mac_Str(char *destination);
 
-/* Writes /etc/samba/smb.conf from the loaded catalogue, in place: who reads it meanwhile sees the old text or
-   the new one, perhaps with empty lines behind it. Converts the access lists of the listed records into
-   Samba's form, drops a trailing "/" of a recycling share's path, sets vol_recycle, creates the recycle
-   directories, and gives shares on USB disks mode 777. A line end in a value becomes a blank. Loads nothing
-   itself (get_samba_info2).
+/* Writes /etc/samba/smb.conf from the loaded catalogue, in place: after a kill it holds the old text or the
+   new one, perhaps with empty lines behind it. Who reads while it is written may see a part of each, and
+   takes the lock /run/nasshare-in-place.lock (flock(2)) meanwhile, as the service commands do. Converts the
+   access lists of the listed records into Samba's form, drops a trailing "/" of a recycling share's path,
+   sets vol_recycle, creates the recycle directories, and gives shares on USB disks mode 777. A line end in a
+   value becomes a blank. Loads nothing itself (get_samba_info2).
 
    Returns 0 when the file cannot be opened and when it was written. Returns -1 when memory or the disk has no
    room for the text, when the load was short of memory or descriptors, or of the settings or accounts, and
    when a list of those who are denied does not fit in Samba's form: who is denied could then be missing. The
    file then holds what it held, or is not there where it was not, and the lists are as they were loaded.
 
-   After 0 the lists are in Samba's form. In Active Directory mode a second call without a load is refused
-   with -1; else it writes the same file. */
+   After 0 the lists are in Samba's form, which must not be stored (create_HD_xml): load anew before. In
+   Active Directory mode a second call without a load is refused with -1; else it writes the same file. */
 int create_smb_conf(void);
 
 /* Writes the printer section, when a hidden system partition is mounted, to the file. */

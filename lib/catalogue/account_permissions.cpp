@@ -8,6 +8,7 @@
 #include "base/argument.h"
 #include "base/debug.h"
 #include "base/linked_list.h"
+#include "catalogue/storable_record.h"
 #include "model/domain_mode.h"
 #include "model/load_verdict.h"
 #include "nasshare/acl.h"
@@ -139,6 +140,9 @@ void modify_config_permision(const char *account) {
     share = check_smb_share_name(change.name);
     if (share != nullptr) {
       change_share(*share, changed, change.type);
+      if (!leaves_room_for_guest(*share)) {
+        note_doubt();
+      }
     }
   }
   // Only the last share that was named: wanted.

@@ -9,15 +9,11 @@
 #include <unistd.h>
 
 namespace nasshare {
-namespace {
 
-// The guest is put in front of those who are denied: nobody may drop out at the end for it.
 bool leaves_room_for_guest(const smb_share &share) {
   const auto denied = view(share.invalid_users);
   return contains(denied, guest) || denied.size() + guest_entry.size() + 1 < sizeof share.invalid_users;
 }
-
-} // namespace
 
 // A text that XML cannot hold would come back as another one; a line end would begin a line of its own in
 // smb.conf; a field without a terminator has no end.

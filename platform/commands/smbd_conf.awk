@@ -23,6 +23,6 @@ BEGIN {
   value = substr($0, index($0, "=") + 1)
   if (option in left_out || (option in yes_or_no && value !~ /^ (yes|no)$/))
     next
-  sub(/\\+[ \t]*$/, "")
+  sub(/[ \t]*\\[ \t\\]*$/, "")
   print
 }

@@ -37,13 +37,19 @@ unknown_options() {
   printf '%s\n' "$answer" | sed -n 's/^Ignoring unknown parameter "\(.*\)"$/\1/p' | sort -u
 }
 
+# Whether the file holds more than empty lines, which are all that a writer leaves that was killed over a new file.
+has_text() { grep -qs '[^[:space:]]' "$1"; }
+
 # Samba takes the blanks of "[ Music ]" for a part of the name, and keeps accounts elsewhere unless told. A file
 # that it refuses does not replace the one that it has.
 derive_smbd_conf() {
-  trap 'rm -f "$smbd_conf.new.$$" "$smbd_conf.unknown.$$"' EXIT
-  if [ -s "$smb_conf" ] && LC_ALL=C awk -f "$here/smbd_conf.awk" "$smb_conf" >"$smbd_conf.new.$$" &&
+  trap 'rm -f "$smbd_conf.text.$$" "$smbd_conf.new.$$" "$smbd_conf.unknown.$$"' EXIT
+  # As it stands between two that write it.
+  flock /run/nasshare-in-place.lock cat "$smb_conf" >"$smbd_conf.text.$$" 2>/dev/null
+  if has_text "$smbd_conf.text.$$" &&
+    LC_ALL=C awk -f "$here/smbd_conf.awk" "$smbd_conf.text.$$" >"$smbd_conf.new.$$" &&
     unknown_options "$smbd_conf.new.$$" >"$smbd_conf.unknown.$$" &&
-    LC_ALL=C awk -v unknown="$smbd_conf.unknown.$$" -f "$here/smbd_conf.awk" "$smb_conf" >"$smbd_conf.new.$$"; then
+    LC_ALL=C awk -v unknown="$smbd_conf.unknown.$$" -f "$here/smbd_conf.awk" "$smbd_conf.text.$$" >"$smbd_conf.new.$$"; then
     mv "$smbd_conf.new.$$" "$smbd_conf"
   else
     complain "Samba cannot take $smb_conf (see testparm $smb_conf)"

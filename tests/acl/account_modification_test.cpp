@@ -147,6 +147,26 @@ TEST(FullList, OfThoseWhoAreDeniedRefusesOneMore) {
   EXPECT_EQ(transcript(), "");
 }
 
+// The next load puts the guest in front of those who are denied: whoever dropped out for it would be let in.
+TEST(FullList, OfThoseWhoAreDeniedKeepsRoomForTheGuest) {
+  three_shares().shares(share_xml({stored_share("Music").write("#alice#").deny("#nobody#,#@allaccount#")}));
+  std::string passwd = read_file("/etc/passwd");
+  std::size_t length = std::string("#bob#,#carol#").size();
+  int uid = 3000;
+  while (length < list_width - 1 - 5) { // four bytes are left, and the guest takes nine
+    const std::size_t rest = list_width - 1 - 5 - length;
+    const std::size_t size = rest > 60 ? 28 : rest - 3;
+    const std::string name = std::to_string(uid) + std::string(size - 4, 'x');
+    passwd += name + ":x:" + std::to_string(uid++) + ":100::/:/bin/false\n";
+    length += size + 3;
+  }
+  Appliance{}.file("/etc/passwd", passwd);
+  const std::string before = read_file(first_share_file);
+  insert_acnt_node("Music", to_read);
+  EXPECT_EQ(acnt_mod_share("alice"), 0);
+  expect_on_both_volumes(before);
+}
+
 TEST(FullList, OfReadersRefusesOneMore) {
   const auto shares = {stored_share("Music").read(full_list("carol")).deny("#nobody#")};
   three_shares().shares(share_xml(shares));

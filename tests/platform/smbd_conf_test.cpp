@@ -60,6 +60,16 @@ TEST_F(SmbdConf, AYesOrNoOptionWithoutEitherIsLeftOut) {
 TEST_F(SmbdConf, NoLineEndsInABackslash) {
   EXPECT_EQ(derived("comment = a\\\npath = /mnt\nserver string = b\\\\ \n"),
             "comment = a\npath = /mnt\nserver string = b\n");
+  EXPECT_EQ(derived("comment = x \\ \\\npath = /mnt\nworkgroup = W\\ \\\\\t\\ \n"),
+            "comment = x\npath = /mnt\nworkgroup = W\n");
+}
+
+TEST_F(SmbdConf, AFileOfEmptyLinesReplacesNothing) {
+  derived("[ global ]\n");
+  const std::string taken = read_file(smbd_conf);
+  machine_.file(smb_conf, "\n\n\n\n");
+  EXPECT_EQ(derive().status, 1);
+  EXPECT_EQ(read_file(smbd_conf), taken);
 }
 
 TEST_F(SmbdConf, EveryOtherLineIsKeptByteForByte) {

@@ -185,6 +185,16 @@ TEST_F(Service, StartOpensADfsTreeWhoseRebuildWasKilled) {
   EXPECT_EQ(mode("/etc/dfsroot"), 0777U);
 }
 
+TEST_F(Service, StartEndsWhatAKilledStartLeft) {
+  serve_music();
+  ASSERT_EQ(shell("sed -i 's/^[0-9]*/-/' /run/samba/nasshare-smbd").status, 0); // before it knew the process
+  EXPECT_EQ(shell("smb start").status, 0);
+  EXPECT_EQ(shell("ps -e -o pid=,sid=,args= | awk '$1 == $2 && $3 == \"smbd\"' | wc -l").out, "1\n");
+  EXPECT_EQ(access("alice", "Music"), "write");
+  EXPECT_EQ(shell("smb stop").status, 0);
+  EXPECT_EQ(samba_processes(), "");
+}
+
 TEST_F(Service, TwoStartsAtOnceLeaveOneSmbd) {
   add(music());
   ASSERT_EQ(shell("smb start & smb start; wait $!").status, 0);

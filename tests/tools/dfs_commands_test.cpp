@@ -95,6 +95,7 @@ TEST_F(Dfs, CharactersThatTheTreeCannotHoldAreRefused) {
     expect_refusal({"dfs", "modify", "media", "tunes", "--share", bad}, "the share" + reason);
   }
   expect_refusal({"dfs", "add", "media", "x", "srv1", "a,b"}, "the share cannot hold \",\"");
+  expect_refusal({"dfs", "add", "media", "x", "a&#124;b", "music"}, "the host cannot hold \"&\"");
   expect_refusal({"dfs", "add", "media", "x\ny", "srv1", "music"},
                  "the link's name holds a line end or another control character");
   expect_refusal({"dfs", "add", "media", "..", "srv1", "music"}, "the link's name cannot be \"..\"");

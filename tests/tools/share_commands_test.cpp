@@ -100,11 +100,28 @@ TEST_F(Nasshare, AddOfAPathThatLeavesItsVolumeIsRefused) {
                  "/mnt/HD/HD_a2/../../../etc is on no data volume (/mnt/HD/HD_a2, /mnt/HD/HD_b2)");
 }
 
+TEST_F(Nasshare, AddStoresThePathAsItIsFoundAgain) {
+  add({"Music", "/mnt/./HD//HD_a2/docs/../music"});
+  EXPECT_EQ(shown("Music", "path"), "/mnt/HD/HD_a2/music");
+}
+
+TEST_F(Nasshare, AddOfAPathThatSambaReadsAsAnotherIsRefused) {
+  for (const std::string path : {"/mnt/HD/HD_a2/music ", "/mnt/HD/HD_a2/music\\"}) {
+    machine_.folder(path);
+    expect_refusal({"add", "Music", path},
+                   "Samba would serve another folder for a path that ends in a blank or a backslash");
+  }
+}
+
 TEST_F(Nasshare, AddOfANameThatSambaCannotTakeIsRefused) {
   const std::string path = "/mnt/HD/HD_a2/music";
   for (const std::string name :
-       {"global", "Homes", "printers", "glo bal", "IPC$", "dfs", "Recycle Bin - Volume_1"}) {
+       {"global", "Globals", "Homes", "printers", "glo bal", "IPC$", "dfs", "Recycle Bin - Volume_1"}) {
     expect_refusal({"add", name, path}, "Samba keeps the name \"" + name + "\" for itself");
+  }
+  for (const char *name : {" a", "a ", "a  b"}) {
+    expect_refusal({"add", name, path},
+                   "Samba drops blanks at the ends of a share's name, and all but one of several");
   }
   expect_refusal({"add", "a]b", path}, "a share's name cannot hold \"]\"");
   expect_refusal({"add", "a\nb", path}, "the name holds a line end or another control character");
