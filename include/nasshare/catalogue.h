@@ -197,8 +197,10 @@ int chk_name_path(const char *name, const char *path);
 
 /* ---- Share operations: load, change, store on every volume, "smbcom". ---- */
 
-/* 1 when the share was added: the next load shows it, unless no load shows such a share: one whose path lies
-   on neither volume, whose name contains "USBDisk1", or whose lists leave nobody who exists. 0 when the name
+/* 1 when the share was added: the next load shows it. Some shares it shows otherwise, or not at all: one
+   whose path lies on neither volume (not at all, or with a path on a volume), one whose name is a USB disk's,
+   and one whose lists leave nobody who exists; "&amp;" in a name, comment or path comes back as "&", and a
+   reference that XML knows in a list as its character. 0 when the name
    is taken or the record is refused: no name, no path, a path that does not exist, a text that XML cannot
    hold (control characters, bytes that are not UTF-8) or that has a line end, or a deny list that leaves no
    room for the guest in front or is to name more accounts than fit. The record's volume_raid and hd_serial

@@ -17,11 +17,14 @@ XmlText compose_whole(xmlDoc *document) {
   return text && parse_or_note(view(text)) ? std::move(text) : nullptr;
 }
 
+bool is_broken_xml(std::string_view text) {
+  const Watch watch(Watch::Scope::apart); // the text is about to go whatever it holds
+  return contains(text, "<item>") && !parse_or_note(text) && !watch.seen();
+}
+
 void keep_broken_xml_aside(const char *path) {
-  const Watch watch(Watch::Scope::apart); // the old file is about to go whatever it holds
   const WholeFile file(path);
-  const bool holds_records = contains(file.text(), "<item>");
-  if (holds_records && !parse_or_note(file.text()) && !watch.seen()) {
+  if (is_broken_xml(file.text())) {
     static_cast<void>(keep_aside(path)); // a folder that takes no second name does not keep the change
   }
 }

@@ -3,10 +3,16 @@
 
 #include "base/xml_library.h"
 
+#include <string_view>
+
 namespace nasshare {
 
 // The document's text, indented, in UTF-8; null when memory is too short for the whole of it.
 [[nodiscard]] XmlText compose_whole(xmlDoc *document);
+
+// Whether the text holds records and is not well-formed. Short of memory nobody can tell, and it counts as
+// sound.
+[[nodiscard]] bool is_broken_xml(std::string_view text);
 
 // Gives a file with records that is not well-formed a second name, NAME.bad, before its successor takes the
 // first.

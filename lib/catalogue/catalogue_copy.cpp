@@ -9,13 +9,18 @@
 #include "nasshare/support.h"
 
 #include <cerrno>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace nasshare {
 
 CatalogueCopy::CatalogueCopy(const HiddenFolder &folder)
     : folder_(folder), path_(system_file(folder.view(), share_xml_name())), old_(path_.c_str()),
-      successor_(path_.view()) {}
+      successor_(path_.view()) {
+  if (stat(path_.c_str(), &old_status_) != 0) {
+    old_status_ = {};
+  }
+}
 
 // What is there but cannot be read would be lost for good. What is no file holds nothing.
 bool CatalogueCopy::can_be_taken_back() const {
@@ -47,7 +52,9 @@ void CatalogueCopy::copy_over(std::string_view content, bool elsewhere) {
   if (!can_be_taken_back()) {
     return;
   }
-  if (!elsewhere && !old_.text().empty()) {
+  // What is left of a broken file may be all that is left of its content.
+  const bool is_to_stay = old_.text().empty() ? false : !elsewhere || is_broken_xml(old_.text());
+  if (is_to_stay) {
     const SystemFile beside{path_.view(), ".new"};
     static_cast<void>(cp(temporary_share_xml, beside.c_str())); // for what it says
     unlink(beside.c_str());
@@ -61,6 +68,14 @@ void CatalogueCopy::copy_over(std::string_view content, bool elsewhere) {
   }
 }
 
+void CatalogueCopy::store_old() const {
+  if (store_file(path_.c_str(), old_.text())) {
+    // As far as this process may: its content is what counts.
+    static_cast<void>(chown(path_.c_str(), old_status_.st_uid, old_status_.st_gid));
+    static_cast<void>(chmod(path_.c_str(), old_status_.st_mode & 07777U));
+  }
+}
+
 void CatalogueCopy::take_back() {
   is_done_ = false;
   if (!is_touched_) {
@@ -68,9 +83,12 @@ void CatalogueCopy::take_back() {
   }
   if (old_.error() != 0) {
     unlink(path_.c_str());
-  } else if (!holds(old_.text()) && !store_file(path_.c_str(), old_.text())) {
+    return;
+  }
+  store_old();
+  if (!holds(old_.text())) {
     unlink(path_.c_str()); // what was copied may take the room of the old file
-    static_cast<void>(store_file(path_.c_str(), old_.text())); // a disk that takes nothing back has failed
+    store_old();           // a disk that takes nothing back has failed
   }
 }
 

@@ -6,6 +6,8 @@
 #include "catalogue/hidden_folders.h"
 #include "model/system_file.h"
 
+#include <sys/stat.h>
+
 namespace nasshare {
 
 class CatalogueCopy {
@@ -34,10 +36,12 @@ public:
 private:
   [[nodiscard]] bool can_be_taken_back() const;
   [[nodiscard]] bool holds(std::string_view content) const;
+  void store_old() const;
 
   HiddenFolder folder_;
   SystemFile path_;
   WholeFile old_;
+  struct stat old_status_ {};
   Successor successor_;
   bool is_prepared_ = false;
   bool is_touched_ = false;

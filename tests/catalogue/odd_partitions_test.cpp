@@ -12,6 +12,7 @@
 #include <gtest/gtest.h>
 #include <string>
 #include <sys/mount.h>
+#include <unistd.h>
 
 namespace nasshare::tests {
 namespace {
@@ -115,6 +116,17 @@ TEST(FullPartition, ThatIsTheOnlyOneKeepsItsFile) {
   expect_left(first_partition, {".smb.xml"});
 }
 
+TEST(FullPartition, KeepsABrokenFileRatherThanDeletingIt) {
+  two_volumes({music(), large("Big", 1)});
+  const std::string broken = read_file(second_share_file).substr(0, 9000);
+  Appliance{}.file(second_share_file, broken);
+  make_small(second_partition, 4);
+  Share film = large("Films", 0);
+  film.path("/mnt/HD/HD_a2/Films");
+  EXPECT_EQ(output_of([&] { EXPECT_EQ(add_share(film), 1); }), "CP: file copy error\n");
+  EXPECT_EQ(read_file(second_share_file), broken);
+}
+
 // ---- That cannot be written
 
 TEST(ReadOnlyPartition, RefusesAChangeOfItsOwnShares) {
@@ -122,6 +134,16 @@ TEST(ReadOnlyPartition, RefusesAChangeOfItsOwnShares) {
   EXPECT_EQ(output_of([] { EXPECT_EQ(del_share("Docs"), 0); }), "CP: dest file exist and can't remove\n");
   EXPECT_EQ(next_load(), (Names{"Music", "Docs"}));
   expect_on_both_volumes(share_xml({music(), docs()}));
+}
+
+TEST(ReadOnlyPartition, LeavesTheOthersAsTheyWereAfterARefusal) {
+  two_volumes({music(), docs()})
+      .file(first_share_file, share_xml({music(), docs()}), 0600)
+      .read_only(second_partition);
+  ASSERT_EQ(::chown(first_share_file, 1000, 100), 0);
+  EXPECT_EQ(del_share("Docs"), 0);
+  EXPECT_EQ(mode(first_share_file), 0600U);
+  EXPECT_EQ(owner(first_share_file), 1000U);
 }
 
 TEST(ReadOnlyPartition, LetsTheOthersChange) {
