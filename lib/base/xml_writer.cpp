@@ -42,6 +42,19 @@ void move_character(std::string_view &rest, Content &content) {
   rest.remove_prefix(length == 0 ? 1 : length);
 }
 
+Content text_of(std::string_view markup) {
+  Content content;
+  while (!markup.empty()) {
+    if (const auto reference = reference_at(markup)) {
+      append_character(content, reference->character);
+      markup.remove_prefix(reference->length);
+    } else {
+      move_character(markup, content);
+    }
+  }
+  return content;
+}
+
 bool add_content(xmlNode *parent, const char *name, const Content &content) {
   auto *const element = add_element(parent, name);
   if (element == nullptr || content.is_empty()) {
@@ -87,16 +100,11 @@ bool add_text(xmlNode *parent, const char *name, std::string_view text) {
 }
 
 bool add_markup(xmlNode *parent, const char *name, std::string_view markup) {
-  Content content;
-  while (!markup.empty()) {
-    if (const auto reference = reference_at(markup)) {
-      append_character(content, reference->character);
-      markup.remove_prefix(reference->length);
-    } else {
-      move_character(markup, content);
-    }
-  }
-  return add_content(parent, name, content);
+  return add_content(parent, name, text_of(markup));
+}
+
+void assign_markup(std::span<char> field, std::string_view markup) {
+  assign(field, text_of(markup).view());
 }
 
 bool add_number(xmlNode *parent, const char *name, std::int32_t value) {

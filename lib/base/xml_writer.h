@@ -27,4 +27,7 @@ namespace nasshare {
 // The document as text, indented, in UTF-8.
 [[nodiscard]] XmlText compose_or_note(xmlDoc *document);
 
+// Copies what the markup reads as into the field: its references are the characters that they mean.
+void assign_markup(std::span<char> field, std::string_view markup);
+
 } // namespace nasshare

@@ -11,6 +11,9 @@
 #include "nasshare/acl.h"
 #include "nasshare/catalogue.h"
 
+#include <algorithm>
+#include <optional>
+
 namespace nasshare {
 namespace {
 
@@ -32,17 +35,27 @@ void normalise_lists_or_note(smb_share &record) {
   }
 }
 
+std::optional<int> volume_of(const smb_share &record) {
+  const auto holds = [&record](int volume) { return begins_on_volume(view(record.path), volume); };
+  const auto *const found = std::ranges::find_if(volumes, holds);
+  return found == volumes.end() ? std::nullopt : std::optional(*found);
+}
+
 // Tags the record with the volume that holds its path; on neither volume it keeps the caller's tags, and the
 // answer is false.
 bool place_on_volume(smb_share &record) {
-  for (const int volume : volumes) {
-    if (begins_on_volume(view(record.path), volume)) {
-      record.volume_raid = pss->vol_raid_type[volume];
-      assign(record.hd_serial, view(pss->vol_comp_str[volume]));
-      return true;
-    }
+  const auto volume = volume_of(record);
+  if (volume) {
+    record.volume_raid = pss->vol_raid_type[*volume];
+    assign(record.hd_serial, view(pss->vol_comp_str[*volume]));
   }
-  return false;
+  return volume.has_value();
+}
+
+// A share that moves is stored where it goes to before it is taken from where it was: one that is listed
+// twice is shown once, and one that is listed nowhere would be lost with a kill in between.
+int first_volume_of_move(const smb_share &from, const smb_share &to) {
+  return volume_of(from) == volume_of(to) ? no_volume_first : volume_of(to).value_or(no_volume_first);
 }
 
 void list_input_error(const smb_share *record) {
@@ -80,7 +93,7 @@ int add_share(smb_share *record) {
   if (!is_storable(record->hd_serial) || Insert_Smb_Node(record) == nullptr) {
     return refuse_change();
   }
-  return store_catalogue(change, lock, Listing::yes);
+  return store_catalogue(change, lock, {.listing = Listing::yes});
 }
 
 int mod_share(smb_share *record) {
@@ -94,15 +107,17 @@ int mod_share(smb_share *record) {
   normalise_lists_or_note(*record);
 
   load_catalogue_or_note();
-  if (check_smb_share_name(record->name) == nullptr) {
+  const auto *const listed = check_smb_share_name(record->name);
+  if (listed == nullptr) {
     return refuse_change();
   }
+  const int first_volume = first_volume_of_move(*listed, *record);
   place_on_volume(*record);
   if (!is_storable(record->hd_serial)) {
     return refuse_change();
   }
   Modify_Smb_Node(record);
-  return store_catalogue(change, lock);
+  return store_catalogue(change, lock, {.first_volume = first_volume});
 }
 
 int del_share(const char *name) {

@@ -37,13 +37,21 @@ mode_t permissions_of(const char *path) {
   return stat(path, &status) == 0 ? status.st_mode & 0777U : shared_permissions;
 }
 
-void spread(Copies &copies, std::string_view catalogue) {
+bool is_of(const CatalogueCopy &copy, int volume) {
+  return is_volume(volume) && copy.is_in(view(pss->vol_hidden_path[volume]));
+}
+
+void spread(Copies &copies, std::string_view catalogue, int first_volume) {
   const auto permissions = permissions_of(temporary_share_xml);
   for (auto &copy : copies) {
     copy.prepare(catalogue, permissions);
   }
-  for (auto &copy : copies) {
-    copy.put_in_place();
+  for (const bool is_first : {true, false}) {
+    for (auto &copy : copies) {
+      if (is_of(copy, first_volume) == is_first) {
+        copy.put_in_place();
+      }
+    }
   }
   for (auto &copy : copies) {
     if (!copy.is_done()) {
@@ -73,7 +81,7 @@ bool reaches_every_volume(const Copies &copies) {
 
 } // namespace
 
-bool spread_catalogue() {
+bool spread_catalogue(int first_volume) {
   if (!is_own_temporary_share_xml()) {
     return false;
   }
@@ -83,7 +91,7 @@ bool spread_catalogue() {
   if (catalogue.error() != 0 || !fill(copies, folders)) {
     return false;
   }
-  spread(copies, catalogue.text());
+  spread(copies, catalogue.text(), first_volume);
   if (reaches_every_volume(copies) || next_load_shows(temporary_share_xml)) {
     return true;
   }
@@ -102,7 +110,7 @@ void cp_xml_to_hidden(void) {
   const HiddenFolders folders;
   Copies copies(folders.size());
   if (is_own_temporary_share_xml() && catalogue.error() == 0 && fill(copies, folders)) {
-    spread(copies, catalogue.text());
+    spread(copies, catalogue.text(), no_volume_first);
   }
 }
 

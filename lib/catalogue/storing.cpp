@@ -1,7 +1,6 @@
 // How every operation that changed the share list ends: write, list, empty, spread, flush, reload.
 #include "catalogue/storing.h"
 
-#include "catalogue/spreading.h"
 #include "catalogue/temporary_share_xml.h"
 #include "nasshare/catalogue.h"
 #include "nasshare/support.h"
@@ -11,21 +10,21 @@
 namespace nasshare {
 namespace {
 
-bool spread_and_remove_temporary() {
-  const bool is_spread = spread_catalogue();
+bool spread_and_remove_temporary(int first_volume) {
+  const bool is_spread = spread_catalogue(first_volume);
   unlink(temporary_share_xml);
   return is_spread;
 }
 
 } // namespace
 
-int store_catalogue(const Watch &change, ProgramLock &lock, Listing listing) {
+int store_catalogue(const Watch &change, ProgramLock &lock, const Storing &how) {
   const bool is_written = !change.seen() && create_HD_xml(temporary_share_xml) == 0;
-  if (listing == Listing::yes) {
+  if (how.listing == Listing::yes) {
     List_Smb_Node();
   }
   Free_All_List();
-  if (!is_written || !spread_and_remove_temporary()) {
+  if (!is_written || !spread_and_remove_temporary(how.first_volume)) {
     return 0;
   }
   sync();

@@ -29,8 +29,8 @@ bool store_links(Form form) {
   auto trouble = link_trouble();
   trouble |= file_came_with;
   return store_items(link_file, each(*pdfs), trouble, [form](xmlNode *item, const smb_dfs_node &link) {
-    // A host is handed over as markup by the operations too: wanted, callers write references in it.
-    return add_markup(item, "host", view(link.host)) && add_value(item, "share", view(link.share), form) &&
+    return add_value(item, "host", view(link.host), form) &&
+           add_value(item, "share", view(link.share), form) &&
            add_value(item, "local", view(link.local), form) &&
            add_value(item, "group", view(link.group), form);
   });

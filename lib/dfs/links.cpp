@@ -3,6 +3,7 @@
 #include "base/linked_list.h"
 #include "base/program_lock.h"
 #include "base/xml_characters.h"
+#include "base/xml_writer.h"
 #include "dfs/link_records.h"
 #include "dfs/link_store.h"
 #include "nasshare/dfs.h"
@@ -16,7 +17,7 @@ bool are_given(std::initializer_list<const char *> values) {
   return std::ranges::all_of(values, is_given);
 }
 
-// A host is markup, stored as it is handed over, so only its own length counts.
+// A host is handed over as markup: wanted, callers write references in it. So only its own length counts.
 bool is_storable_host(std::string_view host) {
   return host.size() < name_width && can_xml_hold(host);
 }
@@ -28,7 +29,7 @@ std::optional<smb_dfs_node> link_of(const char *host, const char *share, const c
     return std::nullopt;
   }
   smb_dfs_node link{};
-  assign(link.host, host);
+  assign_markup(link.host, host);
   assign(link.share, share);
   assign(link.local, local);
   assign(link.group, group);

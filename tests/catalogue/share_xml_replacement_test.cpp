@@ -10,6 +10,7 @@
 #include <array>
 #include <cerrno>
 #include <climits>
+#include <csignal>
 #include <fcntl.h>
 #include <fstream>
 #include <gtest/gtest.h>
@@ -52,7 +53,13 @@ int flush_step(int fd) {
   return step("flush " + path_of(fd));
 }
 
+// The process ends before that rename on a hidden partition, counted from 1.
+int renames_to_the_end = 0;
+
 int rename_step(const std::string &from, const std::string &to) {
+  if (to.starts_with("/mnt/HD_") && --renames_to_the_end == 0) {
+    raise(SIGKILL);
+  }
   return step("rename " + from + " " + to);
 }
 
@@ -236,6 +243,25 @@ TEST(ShareXmlReplacement, OfAFileWithAVeryLongNameLeavesItAndItsNeighboursAlone)
     EXPECT_EQ(read_file(file) == "old", answer != 0);
     EXPECT_TRUE(length <= 4091 || neighbour == file || read_file(neighbour) == "neighbour");
     Appliance{}.remove(file).remove(neighbour);
+  }
+}
+
+// The share lies on one volume or on the other, or on both for the readers of one: never on none.
+TEST(MovedShare, IsNotLostWhereItsMoveIsKilled) {
+  Appliance machine = Appliance::single_disks();
+  machine.folder("/mnt/HD/HD_a2/Music").folder("/mnt/HD/HD_b2/Music");
+  for (const int from : {0, 1}) {
+    const std::string to_path = from == 0 ? "/mnt/HD/HD_b2/Music" : "/mnt/HD/HD_a2/Music";
+    for (const int rename : {1, 2}) {
+      SCOPED_TRACE(std::to_string(from) + " " + std::to_string(rename));
+      machine.shares(share_xml({stored_share("Music", from).everyone()}));
+      const Ended ended = run_to_exit([&] {
+        renames_to_the_end = rename;
+        mod_share(Share{"Music"}.path(to_path).everyone().oplocks("yes").map_archive("no"));
+      });
+      EXPECT_EQ(ended.status, 128 + SIGKILL);
+      EXPECT_EQ(chk_share("Music"), 0);
+    }
   }
 }
 

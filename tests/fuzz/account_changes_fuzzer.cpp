@@ -4,6 +4,7 @@
 
 #include "acl/access_list.h"
 #include "acl/everyone.h"
+#include "acl/list_entry.h"
 
 namespace nasshare::fuzzing {
 namespace {
@@ -57,9 +58,7 @@ void fuzz(std::string_view input) {
     require(!formed || (well_formed(share.read_list) && well_formed(share.write_list) &&
                         well_formed(share.invalid_users)),
             "well-formed lists stay well-formed");
-    bool plain = !account.empty() && account.size() < 512 && account != "nobody" &&
-                 account.find_first_of("#,") == std::string::npos && can_xml_hold(account);
-    if (plain && !open) {
+    if (is_list_entry(account.c_str()) && account != "nobody" && !open) {
       require(type == 1 || !names(share.read_list, account), "only a reader is among the readers");
       require(type == 2 || !names(share.write_list, account), "only a writer is among the writers");
       require(type == 3 || !names(share.invalid_users, account), "only the denied are among the denied");
