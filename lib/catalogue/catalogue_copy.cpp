@@ -2,6 +2,7 @@
 // the old one as cp() does it, while another partition holds the new file.
 #include "catalogue/catalogue_copy.h"
 
+#include "base/keep_aside.h"
 #include "base/watch.h"
 #include "base/xml_store.h"
 #include "catalogue/share_xml.h"
@@ -42,7 +43,10 @@ void CatalogueCopy::prepare(std::string_view content, mode_t permissions) {
 
 void CatalogueCopy::put_in_place() {
   if (is_prepared_) {
-    keep_broken_xml_aside(path_.c_str());
+    // A folder without room for the second name does not keep the change from being made.
+    if (is_broken_xml(old_.text())) {
+      static_cast<void>(keep_aside(path_.c_str()));
+    }
     is_done_ = successor_.take_place();
     is_touched_ = is_done_;
   }
@@ -53,10 +57,9 @@ void CatalogueCopy::copy_over(std::string_view content, bool elsewhere) {
     return;
   }
   // What is left of a broken file may be all that is left of its content.
-  const bool is_to_stay = old_.text().empty() ? false : !elsewhere || is_broken_xml(old_.text());
-  if (is_to_stay) {
+  if (!old_.text().empty() && (!elsewhere || is_broken_xml(old_.text()))) {
     const SystemFile beside{path_.view(), ".new"};
-    static_cast<void>(cp(temporary_share_xml, beside.c_str())); // for what it says
+    static_cast<void>(copy_file(temporary_share_xml, beside.c_str())); // for what it says
     unlink(beside.c_str());
     return;
   }

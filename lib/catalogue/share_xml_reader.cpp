@@ -94,8 +94,7 @@ void read_HD_xml(int volume) {
   const LoadWatch watch;
   const auto path = system_file(view(pss->vol_hidden_path[volume]), share_xml_name());
   list_debug("read_HD_xml: read xml path = %s\n", path.c_str());
-  // Without a hidden partition there is no file; the root file system's of that name is nobody's.
-  if (pss->vol_hidden_path[volume][0] == '\0' || !exists_or_note(path.c_str())) {
+  if (!has_hidden_partition(*pss, volume) || !exists_or_note(path.c_str())) {
     list_debug("read_HD_xml: read path not exist = %s\n", path.c_str());
     return;
   }

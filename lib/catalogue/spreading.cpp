@@ -69,6 +69,9 @@ bool reaches(const Copies &copies, int volume) {
 
 // A partition without one has never held a catalogue, and takes no part.
 bool has_system_folder(int volume) {
+  if (!has_hidden_partition(*pss, volume)) {
+    return false;
+  }
   const SystemFile folder{view(pss->vol_hidden_path[volume]), system_folder};
   return access(folder.c_str(), F_OK) == 0 || (errno != ENOENT && errno != ENOTDIR);
 }

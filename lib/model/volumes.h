@@ -45,6 +45,12 @@ inline bool is_mounted_usb(const smb_catalogue &table, int slot) {
   return table.usb_exist[slot] == 1;
 }
 
+// Whether the volume is known to have a hidden system partition: below an empty mount point one would look
+// into the root file system, where such a file is nobody's.
+inline bool has_hidden_partition(const smb_catalogue &table, int volume) {
+  return table.vol_hidden_path[volume][0] != '\0';
+}
+
 // Where the volume's data is mounted.
 inline std::string_view mount_point(int volume) {
   return SMB_VOL_NAME[volume];

@@ -131,8 +131,8 @@ void isoMount_readXml(int volume) {
   const auto *const name = is_domain_mode() ? ".iso_mount_ads.xml" : ".iso_mount.xml";
   const auto path = system_file(view(pss->vol_hidden_path[volume]), name);
   list_debug("read xml path = %s\n", path.c_str());
-  if (pss->vol_hidden_path[volume][0] == '\0') {
-    return; // the root file system's file of that name is nobody's
+  if (!has_hidden_partition(*pss, volume)) {
+    return;
   }
   auto document = load_or_note(path.c_str());
   auto *const root = root_of(document);
