@@ -17,5 +17,12 @@ install(FILES ${CMAKE_CURRENT_BINARY_DIR}/nasshare-config.cmake
               ${CMAKE_CURRENT_BINARY_DIR}/nasshare-config-version.cmake
         DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/nasshare)
 
+# The module tells where it lies itself, so that the installed tree may be moved.
+set(NASSHARE_PREFIX ${CMAKE_INSTALL_PREFIX})
+if(NOT IS_ABSOLUTE ${CMAKE_INSTALL_LIBDIR})
+  cmake_path(RELATIVE_PATH CMAKE_INSTALL_PREFIX
+    BASE_DIRECTORY ${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_LIBDIR}/pkgconfig OUTPUT_VARIABLE above)
+  set(NASSHARE_PREFIX "\${pcfiledir}/${above}")
+endif()
 configure_file(cmake/nasshare.pc.in nasshare.pc @ONLY)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/nasshare.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

@@ -6,7 +6,7 @@
 # background commands.
 run_and_pass_on() {
   local child signal status interrupted=yes
-  env --default-signal=INT,QUIT -- "$@" <&0 &
+  (trap - INT QUIT && exec "$@") <&0 &
   child=$!
   for signal in TERM INT HUP; do
     # shellcheck disable=SC2064

@@ -130,7 +130,7 @@ TEST(AccountModification, AnAmpersandComesBackAsItWas) {
 constexpr std::size_t list_width = sizeof smb_share::invalid_users;
 
 // "#alice#,#alice#,..." of the largest length at which no further entry fits.
-std::string full_list(const std::string &name) {
+std::string list_filled_with(const std::string &name) {
   std::string list = "#" + name + "#";
   while (list.size() + name.size() + 3 < list_width) {
     list += ",#" + name + "#";
@@ -139,7 +139,7 @@ std::string full_list(const std::string &name) {
 }
 
 TEST(FullList, OfThoseWhoAreDeniedRefusesOneMore) {
-  const auto shares = {stored_share("Music").write("#bob#").deny("#nobody#," + full_list("carol").substr(9))};
+  const auto shares = {stored_share("Music").write("#bob#").deny("#nobody#," + list_filled_with("carol").substr(9))};
   three_shares().shares(share_xml(shares));
   insert_acnt_node("Music", to_deny);
   EXPECT_EQ(acnt_mod_share("alice"), 0);
@@ -168,7 +168,7 @@ TEST(FullList, OfThoseWhoAreDeniedKeepsRoomForTheGuest) {
 }
 
 TEST(FullList, OfReadersRefusesOneMore) {
-  const auto shares = {stored_share("Music").read(full_list("carol")).deny("#nobody#")};
+  const auto shares = {stored_share("Music").read(list_filled_with("carol")).deny("#nobody#")};
   three_shares().shares(share_xml(shares));
   insert_acnt_node("Music", to_read);
   EXPECT_EQ(acnt_mod_share("alice"), 0);

@@ -34,7 +34,7 @@ Ruled ruled(const std::string &read, const std::string &write, const std::string
   return ruled_lists(share.record());
 }
 
-const std::string full = full_list();
+const std::string longest = full_list();
 
 TEST(ListRule, AShareWithoutListsIsOpenToEveryone) {
   EXPECT_EQ(ruled("", "", ""), (Ruled{{"", everyone, ""}, everyone}));
@@ -149,7 +149,7 @@ TEST(ListRule, TwiceGivesTheSameAsOnce) {
                                "#nobody#,#c#",
                                "##",
                                ",",
-                               full,
+                               longest,
                                long_entry(12287),
                                numbered_entries(entries_of_a_full_list - 1) + ",#abcdef"};
   for (const std::string &read : lists) {
@@ -167,28 +167,28 @@ TEST(ListRule, TwiceGivesTheSameAsOnce) {
 }
 
 TEST(ListRule, ValidUsersThatWouldOverflowEndWithAWholeEntry) {
-  ASSERT_EQ(full.size(), 12287U);
-  EXPECT_EQ(ruled(full, full, "").valid, full);
-  EXPECT_EQ(ruled(full, "#b#", "").valid, full);
-  EXPECT_EQ(ruled("#a#", full, "").valid, "#a#," + numbered_entries(entries_of_a_full_list - 1));
+  ASSERT_EQ(longest.size(), 12287U);
+  EXPECT_EQ(ruled(longest, longest, "").valid, longest);
+  EXPECT_EQ(ruled(longest, "#b#", "").valid, longest);
+  EXPECT_EQ(ruled("#a#", longest, "").valid, "#a#," + numbered_entries(entries_of_a_full_list - 1));
   EXPECT_EQ(ruled("#a#", long_entry(12287), "").valid, "#a#");
 }
 
 TEST(ListRule, DeniedThatWouldOverflowEndWithAWholeEntry) {
-  EXPECT_EQ(ruled("#a#", "", full).lists.deny, "#nobody#," + numbered_entries(entries_of_a_full_list - 2));
+  EXPECT_EQ(ruled("#a#", "", longest).lists.deny, "#nobody#," + numbered_entries(entries_of_a_full_list - 2));
   EXPECT_EQ(ruled("", "", numbered_entries(entries_of_a_full_list - 2)).lists.deny,
             "#nobody#," + numbered_entries(entries_of_a_full_list - 2));
   EXPECT_EQ(ruled("", "", long_entry(12287)).lists.deny, "#nobody#");
 }
 
 TEST(ListRule, FullListsLeaveTheirNeighboursIntact) {
-  const Share share = Share{"Music"}.map_archive("yes").read(full).write(full).deny(full).recycle(1, 1);
+  const Share share = Share{"Music"}.map_archive("yes").read(longest).write(longest).deny(longest).recycle(1, 1);
   rw_list_rule(share);
   EXPECT_STREQ(share.record().map_archive, "yes");
-  EXPECT_EQ(share.record().read_list, full);
-  EXPECT_EQ(share.record().write_list, full);
+  EXPECT_EQ(share.record().read_list, longest);
+  EXPECT_EQ(share.record().write_list, longest);
   EXPECT_EQ(share.record().invalid_users, "#nobody#," + numbered_entries(entries_of_a_full_list - 2));
-  EXPECT_EQ(share.record().valid_users, full);
+  EXPECT_EQ(share.record().valid_users, longest);
   EXPECT_EQ(share.record().recycle_enable, 1);
 }
 

@@ -21,8 +21,6 @@
 namespace nasshare::tests {
 namespace {
 
-constexpr const char *nsswitch_conf = "/etc/nsswitch.conf";
-constexpr const char *krb5_conf = "/etc/krb5.conf";
 const std::string local_nsswitch = "passwd: files\n";
 
 // A domain member whose commands all succeed; smbcom has generated smb.conf before.

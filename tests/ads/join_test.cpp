@@ -21,7 +21,7 @@ int join_answered(std::string_view output, int status = 0) {
   return ads_join_domain();
 }
 
-struct Answer {
+struct JoinAnswer {
   const char *output;
   int code;
 };
@@ -93,7 +93,7 @@ TEST(Join, WithoutTheProgramPassesForJoined) {
 // ---- The phrases
 
 TEST(JoinOutput, EachPhraseHasItsCode) {
-  constexpr Answer answers[] = {
+  constexpr JoinAnswer answers[] = {
       {"Time difference at domain controller\n", 51},
       {"Logon failure\n", 52},
       {"Improperly formed account name\n", 53},
@@ -101,14 +101,14 @@ TEST(JoinOutput, EachPhraseHasItsCode) {
       {"Failed to join domain\n", 55},
       {"Failed\n", 56},
   };
-  for (const Answer &answer : answers) {
+  for (const JoinAnswer &answer : answers) {
     SCOPED_TRACE(answer.output);
     EXPECT_EQ(join_answered(answer.output, 255), answer.code);
   }
 }
 
 TEST(JoinOutput, PhrasesStandAnywhereInALine) {
-  constexpr Answer answers[] = {
+  constexpr JoinAnswer answers[] = {
       {"[07:30] ads: Time difference at domain controller is 400 s\n", 51},
       {"session setup failed: Logon failure (0xc000006d)\n", 52},
       {"net: Improperly formed account name!\n", 53},
@@ -116,14 +116,14 @@ TEST(JoinOutput, PhrasesStandAnywhereInALine) {
       {"xFailed to join domainx\n", 55},
       {"ads_connect: Failed.\n", 56},
   };
-  for (const Answer &answer : answers) {
+  for (const JoinAnswer &answer : answers) {
     SCOPED_TRACE(answer.output);
     EXPECT_EQ(join_answered(answer.output), answer.code);
   }
 }
 
 TEST(JoinOutput, OfALineWithSeveralPhrasesTheFirstOfTheTableDecides) {
-  constexpr Answer answers[] = {
+  constexpr JoinAnswer answers[] = {
       {"Failed: Logon failure\n", 52},
       {"Failed to join domain: Logon failure\n", 52},
       {"Logon failure, Time difference at domain controller\n", 51},
@@ -132,20 +132,20 @@ TEST(JoinOutput, OfALineWithSeveralPhrasesTheFirstOfTheTableDecides) {
       {"Improperly formed account name: Logon failure\n", 52},
       {"Failed. Failed to join domain\n", 55},
   };
-  for (const Answer &answer : answers) {
+  for (const JoinAnswer &answer : answers) {
     SCOPED_TRACE(answer.output);
     EXPECT_EQ(join_answered(answer.output), answer.code);
   }
 }
 
 TEST(JoinOutput, OfSeveralLinesTheFirstThatMatchesDecides) {
-  constexpr Answer answers[] = {
+  constexpr JoinAnswer answers[] = {
       {"Failed to join domain: x\nLogon failure\n", 55},
       {"Failed\nTime difference at domain controller\n", 56},
       {"Using short domain name -- CORP\n\nLogon failure\nFailed to join domain\n", 52},
       {"Logon failure\nJoined 'TARVO' to dns domain 'corp.lan'\n", 52},
   };
-  for (const Answer &answer : answers) {
+  for (const JoinAnswer &answer : answers) {
     SCOPED_TRACE(answer.output);
     EXPECT_EQ(join_answered(answer.output), answer.code);
   }
@@ -194,13 +194,13 @@ TEST(JoinOutput, IsReadToItsEnd) {
 // ---- What net prints today
 
 TEST(RecordedJoin, GivesTheCodes) {
-  constexpr Answer answers[] = {
+  constexpr JoinAnswer answers[] = {
       {"net-ads-join-ok", 50},
       {"net-ads-join-wrong-password", 55},
       {"net-ads-join-plain-user", 55},
       {"net-ads-join-no-network", 55},
   };
-  for (const Answer &answer : answers) {
+  for (const JoinAnswer &answer : answers) {
     SCOPED_TRACE(answer.output);
     EXPECT_EQ(join_answered(recording(std::string("domain/") + answer.output + ".stdout")), answer.code);
   }

@@ -5,6 +5,7 @@
 #include "fields.h"
 #include "nasshare/ads.h"
 #include "nasshare/catalogue.h"
+#include "paths.h"
 #include "unopenable.h"
 
 #include <gtest/gtest.h>
@@ -14,8 +15,6 @@
 
 namespace nasshare::tests {
 namespace {
-
-constexpr const char *krb5_conf = "/etc/krb5.conf";
 
 std::string written() {
   ads_create_krb5_conf();

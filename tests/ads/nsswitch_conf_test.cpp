@@ -3,6 +3,7 @@
 #include "debug_output.h"
 #include "nasshare/ads.h"
 #include "nasshare/catalogue.h"
+#include "paths.h"
 #include "unopenable.h"
 
 #include <cstdint>
@@ -11,8 +12,6 @@
 
 namespace nasshare::tests {
 namespace {
-
-constexpr const char *nsswitch_conf = "/etc/nsswitch.conf";
 
 constexpr const char *local_form = "passwd:     files\n"
                                    "shadow:     files\n"

@@ -27,7 +27,7 @@ void install_typing_kinit() {
   Appliance{}.script("kinit", std::string("cat >") + typed);
 }
 
-struct Answer {
+struct TicketAnswer {
   const char *output;
   int code;
 };
@@ -98,7 +98,7 @@ TEST(Ticket, ThatCannotBeAskedForIsAnotherFailure) {
 // ---- The phrases
 
 TEST(TicketOutput, EachPhraseHasItsCode) {
-  constexpr Answer answers[] = {
+  constexpr TicketAnswer answers[] = {
       {"Kinit successful\n", 100},
       {"Clock skew too great\n", 101},
       {"Preauthentication failed\n", 102},
@@ -107,14 +107,14 @@ TEST(TicketOutput, EachPhraseHasItsCode) {
       {"anything else\n", 105},
       {"\n", 100},
   };
-  for (const Answer &answer : answers) {
+  for (const TicketAnswer &answer : answers) {
     SCOPED_TRACE(answer.output);
     EXPECT_EQ(ticket_answered(answer.output, 1), answer.code);
   }
 }
 
 TEST(TicketOutput, PhrasesStandAnywhereInTheLine) {
-  constexpr Answer answers[] = {
+  constexpr TicketAnswer answers[] = {
       {"kinit: Clock skew too great while getting initial credentials\n", 101},
       {"kinit(v5): Preauthentication failed while getting initial credentials\n", 102},
       {"kinit(v5): Client not found in Kerberos database while getting initial credentials\n", 103},
@@ -122,28 +122,28 @@ TEST(TicketOutput, PhrasesStandAnywhereInTheLine) {
       {"* Kinit successful *\n", 100},
       {"clock skew too great\n", 105},
   };
-  for (const Answer &answer : answers) {
+  for (const TicketAnswer &answer : answers) {
     SCOPED_TRACE(answer.output);
     EXPECT_EQ(ticket_answered(answer.output), answer.code);
   }
 }
 
 TEST(TicketOutput, OfALineWithSeveralPhrasesTheFirstOfTheTableDecides) {
-  constexpr Answer answers[] = {
+  constexpr TicketAnswer answers[] = {
       {"Clock skew too great, Kinit successful\n", 100},
       {"Preauthentication failed: Clock skew too great\n", 101},
       {"Client not found in Kerberos database; Preauthentication failed\n", 102},
       {"Cannot resolve network address for KDC in requested realm: Client not found in Kerberos database\n",
        103},
   };
-  for (const Answer &answer : answers) {
+  for (const TicketAnswer &answer : answers) {
     SCOPED_TRACE(answer.output);
     EXPECT_EQ(ticket_answered(answer.output), answer.code);
   }
 }
 
 TEST(TicketOutput, TheFirstLineThatIsNoPromptDecides) {
-  constexpr Answer answers[] = {
+  constexpr TicketAnswer answers[] = {
       {"Password for Administrator@CORP.LAN: \nClock skew too great\n", 101},
       {"Password for a:\nPassword for b:\nPreauthentication failed\n", 102},
       {"something\nKinit successful\n", 105},
@@ -152,7 +152,7 @@ TEST(TicketOutput, TheFirstLineThatIsNoPromptDecides) {
       {"Password for a:\n\nClock skew too great\n", 100},
       {" \t\r\nClock skew too great\n", 100},
   };
-  for (const Answer &answer : answers) {
+  for (const TicketAnswer &answer : answers) {
     SCOPED_TRACE(answer.output);
     EXPECT_EQ(ticket_answered(answer.output), answer.code);
   }
@@ -192,13 +192,13 @@ TEST(TicketOutput, IsReadToItsEnd) {
 // ---- What kinit prints today
 
 TEST(RecordedTicket, GivesTheCodes) {
-  constexpr Answer answers[] = {
+  constexpr TicketAnswer answers[] = {
       {"kinit-ok", 100},
       {"kinit-wrong-password", 105},
       {"kinit-unknown-user", 105},
       {"kinit-no-network", 105},
   };
-  for (const Answer &answer : answers) {
+  for (const TicketAnswer &answer : answers) {
     SCOPED_TRACE(answer.output);
     EXPECT_EQ(ticket_answered(recording(std::string("domain/") + answer.output + ".stdout")), answer.code);
   }

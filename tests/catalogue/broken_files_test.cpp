@@ -10,7 +10,6 @@
 namespace nasshare::tests {
 namespace {
 
-const std::string folder = "/mnt/HD_a4/.systemfile";
 const std::string kept_aside = std::string(first_share_file) + ".bad";
 
 const std::string damaged = "<config><samba><item><name>Mus\x01c</name></item></samba></config>";
@@ -41,14 +40,14 @@ TEST(BrokenShareXml, TakesThePlaceOfAnEarlierOne) {
 TEST(BrokenShareXml, IsNotKeptByAQuestion) {
   with(damaged);
   EXPECT_EQ(chk_share("Music"), 1);
-  EXPECT_EQ(names_in(folder), Names{".smb.xml"});
+  EXPECT_EQ(names_in(first_hidden_folder), Names{".smb.xml"});
 }
 
 TEST(SoundShareXml, IsNotKeptAside) {
   for (const char *text : {"", "<config/>", "<?xml version=\"1.0\"?><config><samba/></config>"}) {
     with(text);
     change();
-    EXPECT_EQ(names_in(folder), Names{".smb.xml"}) << text;
+    EXPECT_EQ(names_in(first_hidden_folder), Names{".smb.xml"}) << text;
   }
 }
 

@@ -11,7 +11,7 @@
 namespace nasshare::tests {
 namespace {
 
-Appliance one_share() {
+Appliance music_alone() {
   return Appliance::single_disks().shares("/mnt/HD_a4", share_xml({stored_share("Music").everyone()}));
 }
 
@@ -21,24 +21,24 @@ void leave_a_list() {
 }
 
 TEST(ShareQuery, AnswersZeroForATakenName) {
-  one_share();
+  music_alone();
   EXPECT_EQ(chk_share("Music"), 0);
 }
 
 TEST(ShareQuery, AnswersOneForAFreeName) {
-  one_share();
+  music_alone();
   EXPECT_EQ(chk_share("Films"), 1);
 }
 
 TEST(ShareQuery, TellsLetterCaseApart) {
-  one_share();
+  music_alone();
   for (const char *name : {"music", "MUSIC", "Music ", " Music", "Musi"}) {
     EXPECT_EQ(chk_share(name), 1) << name;
   }
 }
 
 TEST(ShareQuery, AnswersOneWithoutAName) {
-  one_share();
+  music_alone();
   EXPECT_EQ(chk_share(nullptr), 1);
   EXPECT_EQ(chk_share(""), 1);
 }
@@ -58,7 +58,7 @@ TEST(ShareQuery, FindsALongName) {
 }
 
 TEST(ShareQuery, FindsSharesOfTheSecondVolumeAndOfUsbDisks) {
-  one_share()
+  music_alone()
       .shares("/mnt/HD_b4", share_xml({stored_share("Docs", 1).everyone()}))
       .mount("/dev/sdc1", "/mnt/USB/HD_c1");
   EXPECT_EQ(chk_share("Docs"), 0);
@@ -72,13 +72,13 @@ TEST(ShareQuery, DoesNotFindASharePurgedForItsUnknownAccounts) {
 }
 
 TEST(ShareQuery, LooksAtTheDisksAndNotAtAnEarlierList) {
-  one_share();
+  music_alone();
   leave_a_list();
   EXPECT_EQ(chk_share("Left"), 1);
 }
 
 TEST(ShareQuery, LeavesTheListEmpty) {
-  one_share();
+  music_alone();
   for (const char *name : {"Music", "Films", ""}) {
     leave_a_list();
     chk_share(name);
@@ -87,7 +87,7 @@ TEST(ShareQuery, LeavesTheListEmpty) {
 }
 
 TEST(ShareQuery, PrintsWhatItsLoadPrints) {
-  one_share();
+  music_alone();
   const auto load = [](int /*flag*/) { return output_of(get_samba_info); };
   expect_output([] { chk_share("Music"); }, load);
   expect_output([] { chk_name_path("Music", "/mnt"); }, load);
@@ -102,7 +102,7 @@ TEST(ShareQuery, EndsTheProcessWithoutAVolume) {
 }
 
 TEST(NameAndPathQuery, AnswersByNameAndPath) {
-  one_share();
+  music_alone();
   const struct {
     const char *name;
     const char *path;
@@ -131,7 +131,7 @@ TEST(NameAndPathQuery, AnswersByNameAndPath) {
 }
 
 TEST(NameAndPathQuery, KnowsThePathsOfUsbShares) {
-  one_share().mount("/dev/sdc1", "/mnt/USB/HD_c1");
+  music_alone().mount("/dev/sdc1", "/mnt/USB/HD_c1");
   EXPECT_EQ(chk_name_path("USBDisk1_1", "/mnt/USB/HD_c1"), 2);
   EXPECT_EQ(chk_name_path("USBDisk1_1", "/mnt/USB/HD_c2"), 0);
 }

@@ -3,6 +3,7 @@
 #include "appliance.h"
 #include "files.h"
 #include "listed.h"
+#include "music_and_docs.h"
 #include "nasshare/acl.h"
 #include "nasshare/catalogue.h"
 #include "output.h"
@@ -20,14 +21,6 @@ namespace {
 constexpr const char *first_partition = "/mnt/HD_a4";
 constexpr const char *second_partition = "/mnt/HD_b4";
 
-Share music() {
-  return stored_share("Music").everyone();
-}
-
-Share docs() {
-  return stored_share("Docs", 1).everyone();
-}
-
 // So many bytes of comments and lists that the file takes several pages of a small disk.
 Share large(const std::string &name, int volume) {
   std::string readers = "#alice#";
@@ -37,7 +30,7 @@ Share large(const std::string &name, int volume) {
   return stored_share(name, volume).read(readers).deny("#nobody#");
 }
 
-Appliance two_volumes(const std::vector<Share> &shares) {
+Appliance volumes_with_room(const std::vector<Share> &shares) {
   return Appliance::single_disks()
       .folder("/mnt/HD/HD_a2/Music")
       .folder("/mnt/HD/HD_b2/Docs")
@@ -74,7 +67,7 @@ void expect_left(const std::string &partition, const Names &names) {
 // ---- Without room
 
 TEST(FullPartition, WithRoomForOneFileTakesTheNewOne) {
-  two_volumes({music(), docs(), large("Big", 1)});
+  volumes_with_room({music(), docs(), large("Big", 1)});
   make_small(second_partition, 4); // two files need six
   EXPECT_EQ(output_of([] { EXPECT_EQ(del_share("Docs"), 1); }), "");
   EXPECT_EQ(next_load(), (Names{"Music", "Big"}));
@@ -83,7 +76,7 @@ TEST(FullPartition, WithRoomForOneFileTakesTheNewOne) {
 }
 
 TEST(FullPartition, WithoutRoomForTheNewFileRefusesAChangeOfItsOwnShares) {
-  two_volumes({music(), docs()});
+  volumes_with_room({music(), docs()});
   make_small(second_partition, 2);
   EXPECT_EQ(output_of([] { EXPECT_EQ(add_share(large("Films", 1)), 0); }), "CP: file copy error\n");
   EXPECT_EQ(next_load(), (Names{"Music", "Docs"}));
@@ -94,7 +87,7 @@ TEST(FullPartition, WithoutRoomForTheNewFileRefusesAChangeOfItsOwnShares) {
 }
 
 TEST(FullPartition, WithoutRoomForTheNewFileLetsTheOthersChange) {
-  two_volumes({music(), docs()});
+  volumes_with_room({music(), docs()});
   make_small(second_partition, 2);
   Share film = large("Films", 0);
   film.path("/mnt/HD/HD_a2/Films");
@@ -117,7 +110,7 @@ TEST(FullPartition, ThatIsTheOnlyOneKeepsItsFile) {
 }
 
 TEST(FullPartition, KeepsABrokenFileRatherThanDeletingIt) {
-  two_volumes({music(), large("Big", 1)});
+  volumes_with_room({music(), large("Big", 1)});
   const std::string broken = read_file(second_share_file).substr(0, 9000);
   Appliance{}.file(second_share_file, broken);
   make_small(second_partition, 4);
@@ -130,14 +123,14 @@ TEST(FullPartition, KeepsABrokenFileRatherThanDeletingIt) {
 // ---- That cannot be written
 
 TEST(ReadOnlyPartition, RefusesAChangeOfItsOwnShares) {
-  two_volumes({music(), docs()}).read_only(second_partition);
+  volumes_with_room({music(), docs()}).read_only(second_partition);
   EXPECT_EQ(output_of([] { EXPECT_EQ(del_share("Docs"), 0); }), "CP: dest file exist and can't remove\n");
   EXPECT_EQ(next_load(), (Names{"Music", "Docs"}));
   expect_on_both_volumes(share_xml({music(), docs()}));
 }
 
 TEST(ReadOnlyPartition, LeavesTheOthersAsTheyWereAfterARefusal) {
-  two_volumes({music(), docs()})
+  volumes_with_room({music(), docs()})
       .file(first_share_file, share_xml({music(), docs()}), 0600)
       .read_only(second_partition);
   ASSERT_EQ(::chown(first_share_file, 1000, 100), 0);
@@ -147,7 +140,7 @@ TEST(ReadOnlyPartition, LeavesTheOthersAsTheyWereAfterARefusal) {
 }
 
 TEST(ReadOnlyPartition, LetsTheOthersChange) {
-  two_volumes({music(), docs()}).read_only(second_partition);
+  volumes_with_room({music(), docs()}).read_only(second_partition);
   EXPECT_EQ(output_of([] { EXPECT_EQ(add_share(films("HD_a2")), 1); }),
             "CP: dest file exist and can't remove\n");
   EXPECT_EQ(next_load(), (Names{"Music", "Films", "Docs"}));
@@ -155,14 +148,14 @@ TEST(ReadOnlyPartition, LetsTheOthersChange) {
 
 // What the load corrects anew each time does not count as a change.
 TEST(ReadOnlyPartition, LetsTheOthersChangeThoughItsOwnNameUnknownAccounts) {
-  two_volumes({music(), stored_share("Docs", 1).read("#alice#,#ghost#").deny("#nobody#")})
+  volumes_with_room({music(), stored_share("Docs", 1).read("#alice#,#ghost#").deny("#nobody#")})
       .read_only(second_partition);
   EXPECT_EQ(del_share("Music"), 1);
   EXPECT_EQ(next_load(), (Names{"Docs"}));
 }
 
 TEST(ReadOnlyPartition, KeepsADeniedAccountDenied) {
-  two_volumes({music(), stored_share("Docs", 1).write("#bob#").deny("#nobody#,#alice#")})
+  volumes_with_room({music(), stored_share("Docs", 1).write("#bob#").deny("#nobody#,#alice#")})
       .read_only(second_partition);
   insert_acnt_node("Docs", 2);
   EXPECT_EQ(acnt_mod_share("alice"), 0);
@@ -181,7 +174,7 @@ TEST(NoPartition, IsNotReported) {
 }
 
 TEST(PartitionWithoutSystemFolder, DoesNotKeepTheOthersFromTakingTheFile) {
-  two_volumes({docs()}).remove("/mnt/HD_a4/.systemfile");
+  volumes_with_room({docs()}).remove("/mnt/HD_a4/.systemfile");
   EXPECT_EQ(output_of([] { EXPECT_EQ(del_share("Docs"), 1); }), "CP: dest file exist and can't remove\n");
   EXPECT_EQ(next_load(), Names{});
 }
@@ -189,21 +182,21 @@ TEST(PartitionWithoutSystemFolder, DoesNotKeepTheOthersFromTakingTheFile) {
 // ---- Odd ones
 
 TEST(OddPartition, WithAFolderInTheSuccessorsPlaceTakesTheNewFile) {
-  two_volumes({music(), docs()}).folder("/mnt/HD_a4/.systemfile/.smb.xml.new/x");
+  volumes_with_room({music(), docs()}).folder("/mnt/HD_a4/.systemfile/.smb.xml.new/x");
   EXPECT_EQ(output_of([] { EXPECT_EQ(del_share("Music"), 1); }), "");
   EXPECT_EQ(next_load(), (Names{"Docs"}));
   expect_left(first_partition, {".smb.xml", ".smb.xml.new"});
 }
 
 TEST(OddPartition, ThatIsAFileIsSkipped) {
-  two_volumes({music(), docs()}).file("/mnt/HD_x", "a file");
+  volumes_with_room({music(), docs()}).file("/mnt/HD_x", "a file");
   EXPECT_EQ(output_of([] { EXPECT_EQ(del_share("Music"), 1); }), "CP: can't stat dest\n");
   EXPECT_EQ(next_load(), (Names{"Docs"}));
   EXPECT_EQ(read_file("/mnt/HD_x"), "a file");
 }
 
 TEST(OddPartition, WithAFolderInTheFilesPlaceRefusesAChangeOfItsOwnShares) {
-  two_volumes({music(), docs()}).remove(second_share_file).folder(std::string(second_share_file) + "/x");
+  volumes_with_room({music(), docs()}).remove(second_share_file).folder(std::string(second_share_file) + "/x");
   EXPECT_EQ(output_of([] { EXPECT_EQ(add_share(films("HD_b2")), 0); }),
             "CP: dest file exist and can't remove\n");
   EXPECT_EQ(next_load(), (Names{"Music"}));
@@ -212,7 +205,7 @@ TEST(OddPartition, WithAFolderInTheFilesPlaceRefusesAChangeOfItsOwnShares) {
 
 // A file that is mounted over cannot be replaced, only written.
 TEST(OddPartition, WithAMountedFileTakesTheNewFileInIt) {
-  two_volumes({music(), docs()}).file("/run/other.xml", share_xml({music(), docs()}));
+  volumes_with_room({music(), docs()}).file("/run/other.xml", share_xml({music(), docs()}));
   ASSERT_EQ(::mount("/run/other.xml", second_share_file, "", MS_BIND, nullptr), 0);
   EXPECT_EQ(output_of([] { EXPECT_EQ(del_share("Docs"), 1); }), "");
   EXPECT_EQ(next_load(), (Names{"Music"}));

@@ -23,7 +23,7 @@ void load_music_and_films() {
   ASSERT_EQ(pss->count, 2);
 }
 
-std::string stored() {
+std::string stored_text() {
   return read_file(first_share_file);
 }
 
@@ -52,14 +52,14 @@ TEST(AListedSharesOwnName, IsThatOfAnAccount) {
   ASSERT_EQ(pss->count, 1);
   insert_acnt_node("alice", 2);
   EXPECT_EQ(acnt_mod_share(pss->head->name), 1);
-  EXPECT_NE(stored().find("<write_list>#bob#,#alice#</write_list>"), std::string::npos) << stored();
+  EXPECT_NE(stored_text().find("<write_list>#bob#,#alice#</write_list>"), std::string::npos) << stored_text();
 }
 
 TEST(AListedRecord, CanBeChanged) {
   load_music_and_films();
   put(pss->head->comment, "changed");
   EXPECT_EQ(mod_share(pss->head), 1);
-  EXPECT_NE(stored().find("<comment>changed</comment>"), std::string::npos);
+  EXPECT_NE(stored_text().find("<comment>changed</comment>"), std::string::npos);
   EXPECT_EQ(Is_Smb_Empty(), 1);
 }
 
@@ -67,7 +67,7 @@ TEST(AListedRecord, OfTheEndOfTheListCanBeChanged) {
   load_music_and_films();
   put(pss->tail->comment, "changed");
   EXPECT_EQ(mod_share(pss->tail), 1);
-  EXPECT_NE(stored().find("<comment>changed</comment>"), std::string::npos);
+  EXPECT_NE(stored_text().find("<comment>changed</comment>"), std::string::npos);
 }
 
 TEST(AListedRecord, CanBeAddedUnderAnotherName) {

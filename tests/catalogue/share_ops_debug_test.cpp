@@ -3,6 +3,7 @@
 #include "appliance.h"
 #include "debug_output.h"
 #include "fields.h"
+#include "music_and_docs.h"
 #include "nasshare/catalogue.h"
 #include "output.h"
 #include "share.h"
@@ -14,10 +15,6 @@
 
 namespace nasshare::tests {
 namespace {
-
-Share music() {
-  return stored_share("Music").everyone();
-}
 
 Appliance one_share() {
   return Appliance::single_disks()

@@ -1,6 +1,7 @@
 // add_share, mod_share and del_share: answers, files, order of what can be seen from outside.
 #include "access_lists.h"
 #include "appliance.h"
+#include "music_and_docs.h"
 #include "nasshare/catalogue.h"
 #include "output.h"
 #include "paths.h"
@@ -27,14 +28,6 @@ const std::string empty_catalogue = share_xml({});
 
 bool sync_leaves_a_mark = false;
 
-Share music() {
-  return stored_share("Music").everyone();
-}
-
-Share docs() {
-  return stored_share("Docs", 1).everyone();
-}
-
 // The folder of a share to add exists; Music and Docs are shared.
 Appliance two_shares() {
   return Appliance::single_disks()
@@ -44,7 +37,7 @@ Appliance two_shares() {
       .shares(share_xml({music(), docs()}));
 }
 
-Share films() {
+Share films_to_add() {
   return Share{"Films"}.path("/mnt/HD/HD_a2/Films").oplocks("yes").map_archive("no").everyone();
 }
 
@@ -132,7 +125,7 @@ constexpr std::array<std::string_view, 10> storable{
 
 TEST(AddShare, StoresTheShareBehindTheOthersOnEveryVolume) {
   two_shares();
-  EXPECT_EQ(add_share(films()), 1);
+  EXPECT_EQ(add_share(films_to_add()), 1);
   expect_on_both_volumes(share_xml({music(), docs(), stored_films()}));
 }
 
@@ -177,13 +170,13 @@ TEST(AddShare, StoresEveryField) {
 
 TEST(AddShare, OpensAShareWithoutListsToEveryone) {
   two_shares();
-  EXPECT_EQ(add_share(films().write("")), 1);
+  EXPECT_EQ(add_share(films_to_add().write("")), 1);
   expect_on_both_volumes(share_xml({music(), docs(), stored_films()}));
 }
 
 TEST(AddShare, LeavesTheListEmptyAndTheTemporaryFileGone) {
   two_shares();
-  EXPECT_EQ(add_share(films()), 1);
+  EXPECT_EQ(add_share(films_to_add()), 1);
   EXPECT_EQ(Is_Smb_Empty(), 1);
   EXPECT_FALSE(exists(temporary_share_file));
   EXPECT_EQ(transcript(), "smbcom\n");
@@ -191,7 +184,7 @@ TEST(AddShare, LeavesTheListEmptyAndTheTemporaryFileGone) {
 
 TEST(AddShare, WritesSpreadsDeletesFlushesAndReloadsInThatOrder) {
   Appliance machine = two_shares();
-  EXPECT_EQ(effects_of(machine, [] { add_share(films()); }), effects_of_a_change);
+  EXPECT_EQ(effects_of(machine, [] { add_share(films_to_add()); }), effects_of_a_change);
 }
 
 TEST(AddShare, RefusesInvalidInputAndDoesNotEvenLoad) {
@@ -221,7 +214,7 @@ TEST(AddShare, RefusesTheNameOfAUsbShare) {
 
 TEST(AddShare, TakesANameThatDiffersInLetterCase) {
   two_shares();
-  EXPECT_EQ(add_share(Share(films()).path("/mnt/HD/HD_a2/Music")), 1);
+  EXPECT_EQ(add_share(Share(films_to_add()).path("/mnt/HD/HD_a2/Music")), 1);
   EXPECT_EQ(add_share(Share{"music"}.path("/mnt/HD/HD_a2/Music")), 1);
   EXPECT_EQ(chk_share("music"), 0);
   EXPECT_EQ(chk_share("Music"), 0);
@@ -229,13 +222,13 @@ TEST(AddShare, TakesANameThatDiffersInLetterCase) {
 
 TEST(AddShare, TakesANameWhoseShareLostAllItsAccounts) {
   two_shares().shares("/mnt/HD_a4", share_xml({music(), stored_films().write("#ghost#")}));
-  EXPECT_EQ(add_share(films()), 1);
+  EXPECT_EQ(add_share(films_to_add()), 1);
   expect_on_both_volumes(share_xml({music(), docs(), stored_films()}));
 }
 
 TEST(AddShare, TakesAPathThatIsAFile) {
   two_shares().file("/mnt/HD/HD_a2/list.txt", "");
-  EXPECT_EQ(add_share(Share(films()).path("/mnt/HD/HD_a2/list.txt")), 1);
+  EXPECT_EQ(add_share(Share(films_to_add()).path("/mnt/HD/HD_a2/list.txt")), 1);
   EXPECT_EQ(chk_name_path("Films", "/mnt/HD/HD_a2/list.txt"), 2);
 }
 
@@ -263,20 +256,20 @@ TEST(AddShare, TagsTheShareWithTheVolumeOfItsPath) {
 
 TEST(AddShare, TagsTheShareOfAMirrorWithItsArray) {
   Appliance::mirror().folder("/mnt/HD/HD_a2/Films");
-  EXPECT_EQ(add_share(films().on_disk("WD-TESTDISK0001")), 1);
+  EXPECT_EQ(add_share(films_to_add().on_disk("WD-TESTDISK0001")), 1);
   expect_on_both_volumes(share_xml({stored_films().on_array(4, "7cc3a0e9:85fa470b:aecd3d11:561a7e11")}));
 }
 
 TEST(AddShare, StoresAShareOnNeitherVolumeWithTheCallersTags) {
   two_shares().folder("/home/common");
-  EXPECT_EQ(add_share(Share(films()).path("/home/common").tag(5, "UUID=1:2:3:4")), 1);
+  EXPECT_EQ(add_share(Share(films_to_add()).path("/home/common").tag(5, "UUID=1:2:3:4")), 1);
   expect_on_both_volumes(
       share_xml({music(), docs(), stored_films().path("/home/common").tag(5, "UUID=1:2:3:4")}));
 }
 
 TEST(AddShare, MakesEveryoneExceptReadersExplicit) {
   two_shares();
-  const Share share = films().read("#alice#");
+  const Share share = films_to_add().read("#alice#");
   EXPECT_EQ(add_share(share), 1);
   EXPECT_STREQ(share.record().write_list, "#bob#,#carol#");
   EXPECT_STREQ(share.record().read_list, "#alice#");
@@ -287,7 +280,7 @@ TEST(AddShare, MakesEveryoneExceptReadersExplicit) {
 
 TEST(AddShare, MakesTheDenialOfEveryoneElseExplicit) {
   two_shares();
-  const Share share = films().write("#@staff#").deny(everyone);
+  const Share share = films_to_add().write("#@staff#").deny(everyone);
   EXPECT_EQ(add_share(share), 1);
   EXPECT_STREQ(share.record().invalid_users, "#carol#");
   expect_on_both_volumes(
@@ -313,7 +306,7 @@ TEST(AddShare, KeepsTheListsInDomainModeAndWritesTheDomainsFilesOnly) {
       two_shares()
           .config("/system_mgr/samba/ads_enable", "1")
           .ads_shares("/mnt/HD_a4", share_xml({music().write("#corpuser#").deny("#nobody#")}));
-  Share share = films().read("#alice#,#ghost#");
+  Share share = films_to_add().read("#alice#,#ghost#");
   EXPECT_EQ(effects_of(machine, [&share] { EXPECT_EQ(add_share(share), 1); }),
             "/tmp/.smb.xml written\n"
             "/mnt/HD_a4/.systemfile/.smb_ads.xml written\n"
@@ -332,50 +325,50 @@ TEST(AddShare, KeepsTheListsInDomainModeAndWritesTheDomainsFilesOnly) {
 TEST(AddShare, DropsWhatTheLoadDropped) {
   two_shares().shares("/mnt/HD_a4", share_xml({music().write("#alice#,#ghost#").deny("#nobody#"),
                                                stored_share("Gone").everyone().write("#ghost#")}));
-  EXPECT_EQ(add_share(films()), 1);
+  EXPECT_EQ(add_share(films_to_add()), 1);
   expect_on_both_volumes(share_xml({music().write("#alice#").deny("#nobody#"), docs(), stored_films()}));
 }
 
 TEST(AddShare, StoresNoShareOfTheUsbDiskInTheFirstSlot) {
   two_shares().mount("/dev/sdc1", "/mnt/USB/HD_c1");
-  EXPECT_EQ(add_share(films()), 1);
+  EXPECT_EQ(add_share(films_to_add()), 1);
   expect_on_both_volumes(share_xml({music(), docs(), stored_films()}));
 }
 
 TEST(AddShare, DoesNotStoreOplocksThatTheServicesForbid) {
   two_shares().config("/system_mgr/afp/enable", "1");
-  EXPECT_EQ(add_share(films()), 1);
+  EXPECT_EQ(add_share(films_to_add()), 1);
   expect_on_both_volumes(share_xml({music(), docs(), stored_films()}));
 }
 
 TEST(AddShare, ReachesHiddenPartitionsWithoutAVolume) {
   two_shares().hidden("/dev/sdc4", "/mnt/HD_c4");
-  EXPECT_EQ(add_share(films()), 1);
+  EXPECT_EQ(add_share(films_to_add()), 1);
   EXPECT_EQ(read_file("/mnt/HD_c4/.systemfile/.smb.xml"), share_xml({music(), docs(), stored_films()}));
 }
 
 TEST(AddShare, DoesNotReportAVolumeThatTakesNoFile) {
   two_shares().remove("/mnt/HD_a4/.systemfile").shares("/mnt/HD_b4", share_xml({docs()}));
-  EXPECT_EQ(output_of([] { EXPECT_EQ(add_share(films()), 1); }), "CP: dest file exist and can't remove\n");
+  EXPECT_EQ(output_of([] { EXPECT_EQ(add_share(films_to_add()), 1); }), "CP: dest file exist and can't remove\n");
   EXPECT_EQ(read_file(second_share_file), share_xml({docs(), stored_films()}));
   EXPECT_EQ(transcript(), "smbcom\n");
 }
 
 TEST(AddShare, DoesNotMindAReloadThatFails) {
   two_shares().command("smbcom", "", 1);
-  EXPECT_EQ(add_share(films()), 1);
+  EXPECT_EQ(add_share(films_to_add()), 1);
 }
 
 TEST(AddShare, ReplacesAStaleTemporaryFile) {
   two_shares().file(temporary_share_file, "left by an earlier program");
-  EXPECT_EQ(add_share(films()), 1);
+  EXPECT_EQ(add_share(films_to_add()), 1);
   expect_on_both_volumes(share_xml({music(), docs(), stored_films()}));
   EXPECT_FALSE(exists(temporary_share_file));
 }
 
 TEST(AddShare, LeavesTheVolumesWhenTheTemporaryFileCannotBeWritten) {
   two_shares().read_only("/tmp");
-  EXPECT_EQ(output_of([] { EXPECT_EQ(add_share(films()), 0); }), "");
+  EXPECT_EQ(output_of([] { EXPECT_EQ(add_share(films_to_add()), 0); }), "");
   expect_on_both_volumes(share_xml({music(), docs()}));
   EXPECT_EQ(Is_Smb_Empty(), 1);
 }
@@ -383,7 +376,7 @@ TEST(AddShare, LeavesTheVolumesWhenTheTemporaryFileCannotBeWritten) {
 TEST(AddShare, LeavesTheVolumesWhenTheTemporaryFileIsIncomplete) {
   two_shares();
   ASSERT_EQ(::mount("small", "/tmp", "tmpfs", 0, "size=4k"), 0);
-  Share share = films().comment(std::string(500, 'c')).read(std::string(12000, 'r'));
+  Share share = films_to_add().comment(std::string(500, 'c')).read(std::string(12000, 'r'));
   EXPECT_EQ(output_of([&share] { EXPECT_EQ(add_share(share), 0); }), "");
   expect_no_change();
 }
@@ -395,13 +388,13 @@ TEST(AddShare, RefusesTextThatXmlCannotHold) {
     SCOPED_TRACE(testing::PrintToString(text));
     machine.folder("/mnt/HD/HD_a2/" + text);
     EXPECT_EQ(add_share(Share{text}.path("/mnt/HD/HD_a2/Films")), 0);
-    EXPECT_EQ(add_share(films().comment(text)), 0);
-    EXPECT_EQ(add_share(Share(films()).path("/mnt/HD/HD_a2/" + text)), 0);
-    EXPECT_EQ(add_share(films().oplocks(text)), 0);
-    EXPECT_EQ(add_share(films().map_archive(text)), 0);
-    EXPECT_EQ(add_share(films().read("#" + text + "#")), 0);
-    EXPECT_EQ(add_share(films().write("#" + text + "#")), 0);
-    EXPECT_EQ(add_share(films().deny("#" + text + "#")), 0);
+    EXPECT_EQ(add_share(films_to_add().comment(text)), 0);
+    EXPECT_EQ(add_share(Share(films_to_add()).path("/mnt/HD/HD_a2/" + text)), 0);
+    EXPECT_EQ(add_share(films_to_add().oplocks(text)), 0);
+    EXPECT_EQ(add_share(films_to_add().map_archive(text)), 0);
+    EXPECT_EQ(add_share(films_to_add().read("#" + text + "#")), 0);
+    EXPECT_EQ(add_share(films_to_add().write("#" + text + "#")), 0);
+    EXPECT_EQ(add_share(films_to_add().deny("#" + text + "#")), 0);
   }
   expect_no_change();
 }
@@ -420,7 +413,7 @@ TEST(AddShare, StoresEveryTextThatXmlCanHold) {
     const std::string text(bytes);
     SCOPED_TRACE(text);
     machine.shares(empty_catalogue);
-    EXPECT_EQ(add_share(Share(films()).comment(text).write("#alice#").read("#" + text + "#")), 1);
+    EXPECT_EQ(add_share(Share(films_to_add()).comment(text).write("#alice#").read("#" + text + "#")), 1);
     EXPECT_NE(read_file(first_share_file).find("<name>Films</name>"), std::string::npos);
     EXPECT_EQ(chk_share("Films"), 0);
   }
@@ -445,7 +438,7 @@ TEST(AddShare, StoresTheLongestLists) {
   const std::string list = repeated("#alice#,", 1535) + long_entry(7);
   ASSERT_EQ(list.size(), 12287U);
   two_shares();
-  const Share share = films().write(list);
+  const Share share = films_to_add().write(list);
   EXPECT_EQ(add_share(share), 1);
   EXPECT_NE(read_file(first_share_file).find("<write_list>" + list + "</write_list>"), std::string::npos);
   EXPECT_EQ(share.record().write_list, list);
@@ -455,7 +448,7 @@ TEST(AddShare, StoresTheLongestLists) {
 
 TEST(ModShare, OverwritesTheShareInItsPlace) {
   two_shares();
-  EXPECT_EQ(mod_share(Share(films()).comment("unknown")), 0);
+  EXPECT_EQ(mod_share(Share(films_to_add()).comment("unknown")), 0);
   EXPECT_EQ(mod_share(Share{"Music"}
                           .comment("All of it")
                           .path("/mnt/HD/HD_a2/Films")
@@ -501,7 +494,7 @@ TEST(ModShare, KeepsTheCallersTagsForAPathOnNeitherVolume) {
 
 TEST(ModShare, RefusesAnAbsentName) {
   two_shares();
-  EXPECT_EQ(mod_share(films()), 0);
+  EXPECT_EQ(mod_share(films_to_add()), 0);
   EXPECT_EQ(mod_share(Share{"music"}.path("/mnt/HD/HD_a2/Music")), 0);
   expect_no_change();
 }

@@ -57,7 +57,7 @@ void expect_path_of_first_volume_alone() {
   expect_listing(read, "read_HD_xml: read xml path = /mnt/HD_a4/.systemfile/.smb.xml\n");
 }
 
-Share music() {
+Share untagged_music() {
   return Share{"Music"}.on_disk("WD-1").path("/mnt/HD/HD_a2/music");
 }
 
@@ -120,7 +120,7 @@ TEST(ShareXmlReader, AbsentElementsAreEmpty) {
 TEST(ShareXmlReader, ReadsTheFileOfItsVolume) {
   set_single_disk(0, "WD-1");
   set_single_disk(1, "WD-2");
-  const std::string both = share_xml({music(), Share{"Films"}.on_disk("WD-2").path("/mnt/HD/HD_b2/films")});
+  const std::string both = share_xml({untagged_music(), Share{"Films"}.on_disk("WD-2").path("/mnt/HD/HD_b2/films")});
   Appliance{}.shares(both);
   read_HD_xml(1);
   EXPECT_EQ(listed_shares(), Names{"Films"});
@@ -131,7 +131,7 @@ TEST(ShareXmlReader, ReadsTheFileOfItsVolume) {
 TEST(ShareXmlReader, KnowsNoOtherVolumes) {
   set_single_disk(0, "WD-1");
   set_single_disk(1, "WD-1");
-  Appliance{}.shares(share_xml({music()}));
+  Appliance{}.shares(share_xml({untagged_music()}));
   expect_silence([] {
     for (const int volume : {-1, 2, INT_MAX, INT_MIN}) {
       read_HD_xml(volume);
@@ -142,7 +142,7 @@ TEST(ShareXmlReader, KnowsNoOtherVolumes) {
 
 TEST(ShareXmlReader, ReadsAnotherFileInDomainMode) {
   Appliance{}
-      .shares("/mnt/HD_a4", share_xml({music()}))
+      .shares("/mnt/HD_a4", share_xml({untagged_music()}))
       .ads_shares("/mnt/HD_a4", share_xml({Share{"Domain"}.on_disk("WD-1").path("/mnt/HD/HD_a2/d")}));
   set_single_disk(0, "WD-1");
   const std::pair<int, const char *> rows[] = {{0, "Music"}, {1, "Domain"}, {2, "Music"}};
@@ -156,7 +156,7 @@ TEST(ShareXmlReader, ReadsAnotherFileInDomainMode) {
 }
 
 TEST(ShareXmlReader, SaysWhichFileItReadsForAnyFlagButZero) {
-  Appliance{}.shares("/mnt/HD_a4", share_xml({music()}));
+  Appliance{}.shares("/mnt/HD_a4", share_xml({untagged_music()}));
   set_single_disk(0, "WD-1");
   set_single_disk(1, "WD-2");
   const struct {
@@ -204,7 +204,7 @@ TEST(ShareXmlReader, BrokenFilesLoadNothingAndSayNothing) {
 TEST(ShareXmlReader, ABrokenFileIsReadAgainOnceMended) {
   load("<config><samba>");
   EXPECT_EQ(pss->count, 0);
-  load(share_xml({music()}));
+  load(share_xml({untagged_music()}));
   EXPECT_EQ(listed_shares(), Names{"Music"});
 }
 
@@ -225,7 +225,7 @@ TEST(ShareXmlReader, AFileLongerThanMemoryLoadsNothing) {
   set_single_disk(0, "WD-1");
   const std::string path = first_share_file;
   for (const char *size : {"2147483648", "4294967295", "4294967296"}) {
-    Appliance{}.file(path, share_xml({music()}));
+    Appliance{}.file(path, share_xml({untagged_music()}));
     ASSERT_EQ(run_program({"truncate", "--size", size, path}).status, 0);
     read_HD_xml(0);
     EXPECT_EQ(pss->count, 0) << size;
@@ -234,7 +234,7 @@ TEST(ShareXmlReader, AFileLongerThanMemoryLoadsNothing) {
 
 TEST(ShareXmlReader, AFileOfAClockThatIsAheadIsRead) {
   const std::string path = first_share_file;
-  Appliance{}.file(path, share_xml({music()}));
+  Appliance{}.file(path, share_xml({untagged_music()}));
   ASSERT_EQ(run_program({"touch", "--date=2100-01-01", path}).status, 0); // more seconds than 32 bits hold
   set_single_disk(0, "WD-1");
   read_HD_xml(0);
@@ -243,7 +243,7 @@ TEST(ShareXmlReader, AFileOfAClockThatIsAheadIsRead) {
 
 TEST(ShareXmlReader, ALinkIsFollowed) {
   Appliance{}
-      .file("/mnt/elsewhere.xml", share_xml({music()}))
+      .file("/mnt/elsewhere.xml", share_xml({untagged_music()}))
       .folder("/mnt/HD_a4/.systemfile")
       .link("/mnt/elsewhere.xml", first_share_file);
   set_single_disk(0, "WD-1");
@@ -344,7 +344,7 @@ TEST(ShareXmlReader, AnItemWithoutANameIsDropped) {
 TEST(ShareXmlReader, ARecordOfAnotherDiskIsSkippedSilently) {
   set_single_disk(0, "WD-1");
   Appliance{}.shares("/mnt/HD_a4", share_xml({Share{"Films"}.on_disk("WD-2").path("/mnt/HD/HD_a2/f"),
-                                              Share{"Docs"}.on_disk("").path("/mnt/HD/HD_a2/d"), music()}));
+                                              Share{"Docs"}.on_disk("").path("/mnt/HD/HD_a2/d"), untagged_music()}));
   expect_path_of_first_volume_alone();
   EXPECT_EQ(listed_shares(), Names{"Music"});
 }

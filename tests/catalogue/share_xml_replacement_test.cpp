@@ -22,8 +22,7 @@
 namespace nasshare::tests {
 namespace {
 
-const std::string folder = "/mnt/HD_a4/.systemfile";
-const std::string stored = first_share_file;
+const std::string share_file = first_share_file;
 
 // What was made durable and renamed so far, one line each, and what is to fail: a step, or all that begin
 // like it with a '*' behind.
@@ -79,76 +78,76 @@ void mount_options(const std::string &options, const std::string &mounted) {
 // The write fails, says nothing, leaves the old text and nothing beside it.
 void expect_failure_leaves_the_old_file() {
   Captured captured;
-  EXPECT_EQ(create_HD_xml(stored.c_str()), -1);
+  EXPECT_EQ(create_HD_xml(share_file.c_str()), -1);
   EXPECT_EQ(captured.out(), "");
   EXPECT_EQ(captured.err(), "");
-  EXPECT_EQ(read_file(stored), "old");
-  EXPECT_EQ(names_in(folder), Names{".smb.xml"});
+  EXPECT_EQ(read_file(share_file), "old");
+  EXPECT_EQ(names_in(first_hidden_folder), Names{".smb.xml"});
 }
 
 TEST(ShareXmlReplacement, MakesANewFile) {
   Appliance{}.shares("/mnt/HD_a4", "old");
-  ASSERT_EQ(link(stored.c_str(), (folder + "/kept").c_str()), 0);
-  std::ifstream reader(stored);
-  const ino_t before = inode(stored);
+  ASSERT_EQ(link(share_file.c_str(), (first_hidden_folder + "/kept").c_str()), 0);
+  std::ifstream reader(share_file);
+  const ino_t before = inode(share_file);
   list_shares();
-  EXPECT_EQ(create_HD_xml(stored.c_str()), 0);
-  EXPECT_NE(inode(stored), before);
-  EXPECT_EQ(read_file(stored), new_text());
-  EXPECT_EQ(read_file(folder + "/kept"), "old");
+  EXPECT_EQ(create_HD_xml(share_file.c_str()), 0);
+  EXPECT_NE(inode(share_file), before);
+  EXPECT_EQ(read_file(share_file), new_text());
+  EXPECT_EQ(read_file(first_hidden_folder + "/kept"), "old");
   std::string text;
   std::getline(reader, text);
   EXPECT_EQ(text, "old") << "who has the old file open keeps it";
-  EXPECT_EQ(names_in(folder), (Names{".smb.xml", "kept"}));
+  EXPECT_EQ(names_in(first_hidden_folder), (Names{".smb.xml", "kept"}));
 }
 
 TEST(ShareXmlReplacement, FlushesTheFileBeforeItsNameAndTheFolderBehind) {
   Appliance{}.shares("/mnt/HD_a4", "old");
   list_shares();
-  EXPECT_EQ(create_HD_xml(stored.c_str()), 0);
-  EXPECT_EQ(steps, "flush " + stored + ".new\n" + "rename " + stored + ".new " + stored + "\n" + "flush " +
-                       folder + "\n");
+  EXPECT_EQ(create_HD_xml(share_file.c_str()), 0);
+  EXPECT_EQ(steps, "flush " + share_file + ".new\n" + "rename " + share_file + ".new " + share_file + "\n" + "flush " +
+                       first_hidden_folder + "\n");
 }
 
 TEST(ShareXmlReplacement, GivesTheModeOfAFreshFile) {
-  Appliance{}.file(stored, "old", 0600);
+  Appliance{}.file(share_file, "old", 0600);
   list_shares();
   umask(022);
-  EXPECT_EQ(create_HD_xml(stored.c_str()), 0);
-  EXPECT_EQ(mode(stored), 0644U);
+  EXPECT_EQ(create_HD_xml(share_file.c_str()), 0);
+  EXPECT_EQ(mode(share_file), 0644U);
   umask(027);
-  EXPECT_EQ(create_HD_xml(stored.c_str()), 0);
-  EXPECT_EQ(mode(stored), 0640U);
+  EXPECT_EQ(create_HD_xml(share_file.c_str()), 0);
+  EXPECT_EQ(mode(share_file), 0640U);
 }
 
 TEST(ShareXmlReplacement, ReplacesALinkAndNotWhatItPointsTo) {
-  Appliance{}.file("/mnt/elsewhere.xml", "old").folder(folder).link("/mnt/elsewhere.xml", stored);
+  Appliance{}.file("/mnt/elsewhere.xml", "old").folder(first_hidden_folder).link("/mnt/elsewhere.xml", share_file);
   list_shares();
-  EXPECT_EQ(create_HD_xml(stored.c_str()), 0);
+  EXPECT_EQ(create_HD_xml(share_file.c_str()), 0);
   EXPECT_EQ(read_file("/mnt/elsewhere.xml"), "old");
-  EXPECT_EQ(read_file(stored), new_text());
+  EXPECT_EQ(read_file(share_file), new_text());
   struct stat status {};
-  ASSERT_EQ(lstat(stored.c_str(), &status), 0);
+  ASSERT_EQ(lstat(share_file.c_str(), &status), 0);
   EXPECT_TRUE(S_ISREG(status.st_mode));
 }
 
 TEST(ShareXmlReplacement, WhatAPowerCutLeftIsNoObstacle) {
-  Appliance{}.shares("/mnt/HD_a4", "old").file(stored + ".new", std::string(100000, 'x'), 0400);
+  Appliance{}.shares("/mnt/HD_a4", "old").file(share_file + ".new", std::string(100000, 'x'), 0400);
   list_shares();
-  EXPECT_EQ(create_HD_xml(stored.c_str()), 0);
-  EXPECT_EQ(read_file(stored), new_text());
-  EXPECT_EQ(names_in(folder), Names{".smb.xml"});
+  EXPECT_EQ(create_HD_xml(share_file.c_str()), 0);
+  EXPECT_EQ(read_file(share_file), new_text());
+  EXPECT_EQ(names_in(first_hidden_folder), Names{".smb.xml"});
 }
 
 TEST(ShareXmlReplacement, ALinkThatWaitsBesideTheFileIsNotFollowed) {
   Appliance{}
       .shares("/mnt/HD_a4", "old")
       .file("/etc/victim", "untouched")
-      .link("/etc/victim", stored + ".new");
+      .link("/etc/victim", share_file + ".new");
   list_shares();
-  EXPECT_EQ(create_HD_xml(stored.c_str()), 0);
+  EXPECT_EQ(create_HD_xml(share_file.c_str()), 0);
   EXPECT_EQ(read_file("/etc/victim"), "untouched");
-  EXPECT_EQ(read_file(stored), new_text());
+  EXPECT_EQ(read_file(share_file), new_text());
 }
 
 TEST(ShareXmlReplacement, AReadOnlyVolumeKeepsTheOldFile) {
@@ -169,32 +168,32 @@ TEST(ShareXmlReplacement, AFullVolumeKeepsTheOldFile) {
 TEST(ShareXmlReplacement, AFailedFlushKeepsTheOldFile) {
   Appliance{}.shares("/mnt/HD_a4", "old");
   list_shares();
-  failing = "flush " + stored + ".new";
+  failing = "flush " + share_file + ".new";
   expect_failure_leaves_the_old_file();
 }
 
 TEST(ShareXmlReplacement, AFailedRenameKeepsTheOldFile) {
   Appliance{}.shares("/mnt/HD_a4", "old");
   list_shares();
-  failing = "rename " + stored + ".new " + stored;
+  failing = "rename " + share_file + ".new " + share_file;
   expect_failure_leaves_the_old_file();
 }
 
 TEST(ShareXmlReplacement, AFolderThatCannotBeFlushedIsNoFailure) {
   Appliance{}.shares("/mnt/HD_a4", "old");
   list_shares();
-  failing = "flush " + folder;
-  EXPECT_EQ(create_HD_xml(stored.c_str()), 0);
-  EXPECT_EQ(read_file(stored), new_text());
+  failing = "flush " + first_hidden_folder;
+  EXPECT_EQ(create_HD_xml(share_file.c_str()), 0);
+  EXPECT_EQ(read_file(share_file), new_text());
 }
 
 TEST(ShareXmlReplacement, FailsWithoutAPlaceForTheFile) {
-  Appliance{}.folder(stored);
+  Appliance{}.folder(share_file);
   list_shares();
   const std::string long_name = "/mnt/" + std::string(256, 'n');
   const std::string long_path = "/mnt" + repeated("/folder", 715);
   Captured captured;
-  for (const std::string &target : {std::string("/mnt/nonesuch/.smb.xml"), stored, std::string(), long_name,
+  for (const std::string &target : {std::string("/mnt/nonesuch/.smb.xml"), share_file, std::string(), long_name,
                                     long_path, std::string("/etc/passwd/.smb.xml")}) {
     SCOPED_TRACE(target.substr(0, 40));
     EXPECT_EQ(create_HD_xml(target.c_str()), -1);
@@ -202,7 +201,7 @@ TEST(ShareXmlReplacement, FailsWithoutAPlaceForTheFile) {
   EXPECT_EQ(create_HD_xml(nullptr), -1);
   EXPECT_EQ(captured.err(), "");
   EXPECT_EQ(names_in("/mnt"), Names{"HD_a4"});
-  EXPECT_EQ(names_in(folder), Names{".smb.xml"});
+  EXPECT_EQ(names_in(first_hidden_folder), Names{".smb.xml"});
 }
 
 TEST(ShareXmlReplacement, TheTemporaryFileIsGoneAfterAFailedWrite) {

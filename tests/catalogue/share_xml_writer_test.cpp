@@ -19,7 +19,6 @@
 namespace nasshare::tests {
 namespace {
 
-const std::string stored = first_share_file;
 const std::string replacement = "\xEF\xBF\xBD"; // U+FFFD
 
 Share on_disk(std::string_view name) {
@@ -30,7 +29,7 @@ Share on_disk(std::string_view name) {
 void write() {
   Appliance{}.folder("/mnt/HD_a4/.systemfile");
   Captured captured;
-  EXPECT_EQ(create_HD_xml(stored.c_str()), 0);
+  EXPECT_EQ(create_HD_xml(first_share_file), 0);
   EXPECT_EQ(captured.out(), "");
   EXPECT_EQ(captured.err(), "");
 }
@@ -55,7 +54,7 @@ const smb_share &read_back(const Share &share) {
 
 // The text of an element in the stored file.
 std::string stored_text(const std::string &name) {
-  const std::string text = read_file(stored);
+  const std::string text = read_file(first_share_file);
   const std::size_t start = text.find("<" + name + ">");
   if (start == std::string::npos) {
     return "no such element";
@@ -84,7 +83,7 @@ TEST(ShareXmlWriter, WritesTheWholeList) {
                       .write("#R&D#,#a<b#"));
   Insert_Smb_Node(Share{"Bare"});
   write();
-  EXPECT_EQ(read_file(stored), read_file(PROJECT_FOLDER "/tests/catalogue/golden/shares.xml"));
+  EXPECT_EQ(read_file(first_share_file), read_file(PROJECT_FOLDER "/tests/catalogue/golden/shares.xml"));
 }
 
 TEST(ShareXmlWriter, AnEmptyListIsWrittenToTheTemporaryFile) {
@@ -124,8 +123,8 @@ TEST(ShareXmlWriter, TheFirstUsbDiskIsDroppedFromFileAndList) {
   EXPECT_EQ(listed_shares(), (Names{"Music", "USBDisk2", "usbdisk1"}));
   EXPECT_EQ(pss->count, 3);
   EXPECT_EQ(stored_text("count"), "3");
-  EXPECT_EQ(read_file(stored).find("USBDisk1"), std::string::npos);
-  EXPECT_NE(read_file(stored).find("<name>USBDisk2</name>"), std::string::npos);
+  EXPECT_EQ(read_file(first_share_file).find("USBDisk1"), std::string::npos);
+  EXPECT_NE(read_file(first_share_file).find("<name>USBDisk2</name>"), std::string::npos);
 }
 
 TEST(ShareXmlWriter, AListOfTheFirstUsbDiskAloneIsEmpty) {
@@ -222,7 +221,7 @@ TEST(ShareXmlWriter, WhatTheListedRecordSaysIsWritten) {
   write();
   EXPECT_EQ(stored_text("browseable"), "no");
   EXPECT_EQ(stored_text("public"), "no");
-  EXPECT_EQ(read_file(stored).find("mallory"), std::string::npos) << "the valid users are never stored";
+  EXPECT_EQ(read_file(first_share_file).find("mallory"), std::string::npos) << "the valid users are never stored";
 }
 
 TEST(ShareXmlWriter, SharesOfAllVolumesGoIntoEveryFile) {

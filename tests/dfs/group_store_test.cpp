@@ -13,7 +13,7 @@ namespace nasshare::tests {
 namespace {
 
 // The name list that comes of a group file with this text, in place of one that held a name.
-Names read_from(const std::string &text) {
+Names groups_of(const std::string &text) {
   Appliance{}.file(group_path, text);
   Free_Name_List();
   Insert_Name_Node("before");
@@ -57,7 +57,7 @@ TEST(GroupStore, AListedNameIsWrittenAsMarkup) {
 }
 
 TEST(GroupStore, ReadingReplacesTheNameList) {
-  EXPECT_EQ(read_from(group_file({"media", "R&amp;B", "&amp;amp;"})), (Names{"media", "R&B", "&amp;"}));
+  EXPECT_EQ(groups_of(group_file({"media", "R&amp;B", "&amp;amp;"})), (Names{"media", "R&B", "&amp;"}));
   EXPECT_EQ(pnl->count, 3);
 }
 
@@ -71,7 +71,7 @@ TEST(GroupStore, AFileThatIsNoXmlEmptiesTheNameList) {
   for (const char *text : {"", "text", "<config><dfs><item><group>media</group></item>"}) {
     SCOPED_TRACE(text);
     Captured captured;
-    EXPECT_EQ(read_from(text), Names{});
+    EXPECT_EQ(groups_of(text), Names{});
     EXPECT_EQ(captured.out(), "");
     EXPECT_EQ(captured.err(), "");
   }
@@ -82,24 +82,24 @@ TEST(GroupStore, WithoutDfsOrItemThereAreNoGroups) {
        {"<config/>", "<config><dfs/></config>", "<dfs><item><group>media</group></item></dfs>",
         "<config><dfs><entry><group>media</group></entry></dfs></config>"}) {
     SCOPED_TRACE(text);
-    EXPECT_EQ(read_from(text), Names{});
+    EXPECT_EQ(groups_of(text), Names{});
   }
 }
 
 TEST(GroupStore, FromTheFirstItemOnEveryElementIsAGroup) {
-  EXPECT_EQ(read_from("<any><dfs><before><group>one</group></before><item><group>two</group></item>"
+  EXPECT_EQ(groups_of("<any><dfs><before><group>one</group></before><item><group>two</group></item>"
                       "<!-- three --><entry><group>four</group></entry></dfs></any>"),
             (Names{"two", "four"}));
 }
 
 TEST(GroupStore, AnItemWithoutAGroupIsAnEmptyName) {
-  EXPECT_EQ(read_from("<config><dfs><item/><item><name>media</name></item>"
+  EXPECT_EQ(groups_of("<config><dfs><item/><item><name>media</name></item>"
                       "<item><group>one</group><group>two</group></item></dfs></config>"),
             (Names{"", "", "one"}));
 }
 
 TEST(GroupStore, ALongerNameIsCut) {
-  EXPECT_EQ(read_from(group_file({std::string(600, 'g'), "media"})), (Names{std::string(511, 'g'), "media"}));
+  EXPECT_EQ(groups_of(group_file({std::string(600, 'g'), "media"})), (Names{std::string(511, 'g'), "media"}));
 }
 
 TEST(GroupStore, LoadingEmptiesTheNameListFirst) {

@@ -14,7 +14,7 @@ namespace nasshare::tests {
 namespace {
 
 // The list that comes of a file with this text, in place of one that held a link.
-Links read_from(const std::string &text) {
+Links links_of(const std::string &text) {
   Appliance{}.file(link_path, text);
   dfs_remove_all();
   list_link(papers);
@@ -117,7 +117,7 @@ TEST(LinkStore, AListedFieldIsWrittenAsMarkup) {
 }
 
 TEST(LinkStore, ReadingReplacesTheList) {
-  EXPECT_EQ(read_from(link_file({tunes, films})), (Links{tunes, films}));
+  EXPECT_EQ(links_of(link_file({tunes, films})), (Links{tunes, films}));
   EXPECT_EQ(pdfs->count, 2U);
 }
 
@@ -128,7 +128,7 @@ TEST(LinkStore, WithoutAFileTheListStays) {
 }
 
 TEST(LinkStore, ReadValuesAreDecoded) {
-  EXPECT_EQ(read_from(link_file({{"a&amp;b", "&lt;x&gt;", "&#228;&quot;", "&amp;amp;<![CDATA[&]]>"}})),
+  EXPECT_EQ(links_of(link_file({{"a&amp;b", "&lt;x&gt;", "&#228;&quot;", "&amp;amp;<![CDATA[&]]>"}})),
             (Links{{"a&b", "<x>", "\u00e4\"", "&amp;&"}}));
 }
 
@@ -137,7 +137,7 @@ TEST(LinkStore, AFileThatIsNoXmlEmptiesTheList) {
                            "<config><dfs><item><host>a&b</host></item></dfs></config>"}) {
     SCOPED_TRACE(text);
     Captured captured;
-    EXPECT_EQ(read_from(text), Links{});
+    EXPECT_EQ(links_of(text), Links{});
     EXPECT_EQ(captured.out(), "");
     EXPECT_EQ(captured.err(), "");
   }
@@ -151,7 +151,7 @@ TEST(LinkStore, AFolderOfThatNameEmptiesTheList) {
 }
 
 TEST(LinkStore, TheNameOfTheRootDoesNotMatter) {
-  EXPECT_EQ(read_from("<other><dfs><item><host>srv1</host><share>music</share><local>tunes</local>"
+  EXPECT_EQ(links_of("<other><dfs><item><host>srv1</host><share>music</share><local>tunes</local>"
                       "<group>media</group></item></dfs></other>"),
             Links{tunes});
 }
@@ -162,31 +162,31 @@ TEST(LinkStore, WithoutDfsOrItemThereAreNoLinks) {
         "<config><links><item/></links></config>", "<config><dfs>text</dfs></config>",
         "<config><dfs><link><host>srv1</host></link></dfs></config>"}) {
     SCOPED_TRACE(text);
-    EXPECT_EQ(read_from(text), Links{});
+    EXPECT_EQ(links_of(text), Links{});
   }
 }
 
 TEST(LinkStore, TheFirstDfsElementCounts) {
-  EXPECT_EQ(read_from("<config><samba><item/></samba><dfs><item><host>one</host></item></dfs>"
+  EXPECT_EQ(links_of("<config><samba><item/></samba><dfs><item><host>one</host></item></dfs>"
                       "<dfs><item><host>two</host></item></dfs></config>"),
             (Links{{"one", "", "", ""}}));
 }
 
 TEST(LinkStore, FromTheFirstItemOnEveryElementIsALink) {
-  EXPECT_EQ(read_from("<config><dfs><before><host>one</host></before><item><host>two</host></item>"
+  EXPECT_EQ(links_of("<config><dfs><before><host>one</host></before><item><host>two</host></item>"
                       "<entry><host>three</host></entry><!-- four --><item><host>five</host></item>"
                       "</dfs></config>"),
             (Links{{"two", "", "", ""}, {"three", "", "", ""}, {"five", "", "", ""}}));
 }
 
 TEST(LinkStore, AMissingChildIsAnEmptyField) {
-  EXPECT_EQ(read_from("<config><dfs><item/><item><group>media</group></item>"
+  EXPECT_EQ(links_of("<config><dfs><item/><item><group>media</group></item>"
                       "<item><local>tunes</local><host>srv1</host></item></dfs></config>"),
             (Links{{"", "", "", ""}, {"", "", "", "media"}, {"srv1", "", "tunes", ""}}));
 }
 
 TEST(LinkStore, TheFirstChildOfANameCounts) {
-  EXPECT_EQ(read_from("<config><dfs><item><host>one</host><host>two</host><other/><share>music</share>"
+  EXPECT_EQ(links_of("<config><dfs><item><host>one</host><host>two</host><other/><share>music</share>"
                       "</item></dfs></config>"),
             (Links{{"one", "music", "", ""}}));
 }
@@ -194,13 +194,13 @@ TEST(LinkStore, TheFirstChildOfANameCounts) {
 TEST(LinkStore, LongerValuesAreCutAndTheirNeighboursKept) {
   const std::string field(511, 'x');
   const std::string longer(5000, 'x');
-  EXPECT_EQ(read_from(link_file({{longer, "s", longer, "g"}, {"h", longer, "l", longer}})),
+  EXPECT_EQ(links_of(link_file({{longer, "s", longer, "g"}, {"h", longer, "l", longer}})),
             (Links{{field, "s", field, "g"}, {"h", field, "l", field}}));
 }
 
 TEST(LinkStore, AValueIsCutOnAWholeCharacter) {
   const std::string before(510, 'x');
-  EXPECT_EQ(read_from(link_file({{before + "\u00e9", "s", "l", "g"}})), (Links{{before, "s", "l", "g"}}));
+  EXPECT_EQ(links_of(link_file({{before + "\u00e9", "s", "l", "g"}})), (Links{{before, "s", "l", "g"}}));
 }
 
 TEST(LinkStore, ThousandsOfLinksKeepTheirOrder) {
@@ -208,7 +208,7 @@ TEST(LinkStore, ThousandsOfLinksKeepTheirOrder) {
   for (int i = 0; i < 3000; ++i) {
     links.push_back({"srv", "music", "link" + std::to_string(i), "media"});
   }
-  EXPECT_EQ(read_from(link_file(links)), links);
+  EXPECT_EQ(links_of(link_file(links)), links);
   write_DFS_xml();
   EXPECT_EQ(read_file(link_path), link_file(links));
 }

@@ -15,7 +15,7 @@ namespace {
 
 std::string unreadable_key;
 
-void begin() {
+void set_all() {
   Appliance{}
       .config("/system_mgr/samba/workgroup", "STUDIO")
       .config("/system_mgr/samba/netbios_name", "attic")
@@ -24,7 +24,7 @@ void begin() {
 }
 
 TEST(UnreadableSetting, KeepsItsStoredValue) {
-  begin();
+  set_all();
   for (const char *key :
        {"/system_mgr/samba/workgroup", "/system_mgr/samba/netbios_name", "/system_mgr/samba/server_string"}) {
     unreadable_key = key;

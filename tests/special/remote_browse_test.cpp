@@ -17,7 +17,7 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr const char *smbclient = "/usr/bin/smbclient";
-constexpr const char *calls = "/run/appliance/smbclient-calls";
+constexpr const char *calls_of_smbclient = "/run/appliance/smbclient-calls_of_smbclient";
 constexpr const char *answer = "/run/appliance/smbclient-answer";
 
 void without_smbclient() {
@@ -29,7 +29,7 @@ void answers(const std::string &out, const std::string &err = "") {
   Appliance{}
       .file(answer, out)
       .file(std::string(answer) + "-error", err)
-      .program(smbclient, "printf '[%s]\\n' \"$@\" >>" + std::string(calls) + "\ncat " + answer + "\ncat " +
+      .program(smbclient, "printf '[%s]\\n' \"$@\" >>" + std::string(calls_of_smbclient) + "\ncat " + answer + "\ncat " +
                               answer + "-error >&2\nexit 1");
 }
 
@@ -74,13 +74,13 @@ TEST(RemoteBrowse, AnUnknownHostIsAFailure) {
 TEST(RemoteBrowse, AsksForAListingWithoutAPassword) {
   answers("");
   EXPECT_EQ(get_host_share_name("192.168.0.32"), 1);
-  EXPECT_EQ(read_file(calls), "[-gNL]\n[192.168.0.32]\n");
+  EXPECT_EQ(read_file(calls_of_smbclient), "[-gNL]\n[192.168.0.32]\n");
 }
 
 TEST(RemoteBrowse, TheHostIsOneArgument) {
   answers("");
   EXPECT_EQ(get_host_share_name("the attic; 'upstairs' & more *"), 1);
-  EXPECT_EQ(read_file(calls), "[-gNL]\n[the attic; 'upstairs' & more *]\n");
+  EXPECT_EQ(read_file(calls_of_smbclient), "[-gNL]\n[the attic; 'upstairs' & more *]\n");
 }
 
 TEST(RemoteBrowse, StandardErrorIsReadToo) {
@@ -107,7 +107,7 @@ TEST(RemoteBrowse, AHostThatWouldLeaveItsQuotesIsNotAskedAtAll) {
   for (const char *host : {"x\"; echo 'Disk|pwned|' #", "$(id)", "`id`", "a\\", "a\nb", "a\rb"}) {
     SCOPED_TRACE(testing::PrintToString(host));
     EXPECT_EQ(get_host_share_name(host), 0);
-    EXPECT_FALSE(exists(calls));
+    EXPECT_FALSE(exists(calls_of_smbclient));
   }
   EXPECT_NE(Check_Name_Node("before"), nullptr) << "the list is left alone";
 }
@@ -115,7 +115,7 @@ TEST(RemoteBrowse, AHostThatWouldLeaveItsQuotesIsNotAskedAtAll) {
 TEST(RemoteBrowse, AHostThatStandsInTheNameListIsAsked) {
   answers("Disk|music|\n");
   EXPECT_EQ(get_host_share_name(Insert_Name_Node("attic")->name), 1);
-  EXPECT_EQ(read_file(calls), "[-gNL]\n[attic]\n");
+  EXPECT_EQ(read_file(calls_of_smbclient), "[-gNL]\n[attic]\n");
 }
 
 // Half a host's name may be another host's.
@@ -126,9 +126,9 @@ TEST(RemoteBrowse, AHostTooLongForACommandIsNotAskedAtAll) {
     Captured captured;
     const int result = get_host_share_name(host.c_str());
     EXPECT_EQ(captured.err(), "");
-    EXPECT_TRUE(result == 0 || read_file(calls) == "[-gNL]\n[" + host + "]\n") << length;
-    EXPECT_TRUE(result == 1 || !exists(calls)) << length;
-    Appliance{}.remove(calls);
+    EXPECT_TRUE(result == 0 || read_file(calls_of_smbclient) == "[-gNL]\n[" + host + "]\n") << length;
+    EXPECT_TRUE(result == 1 || !exists(calls_of_smbclient)) << length;
+    Appliance{}.remove(calls_of_smbclient);
   }
 }
 
@@ -295,7 +295,7 @@ TEST(RemoteBrowse, AnEmptyHostLeavesTheNameListAsItWas) {
   EXPECT_EQ(get_host_share_name(""), 0);
   EXPECT_EQ(get_host_share_name(nullptr), 0);
   EXPECT_EQ(listed_names(), Names{"before"});
-  EXPECT_FALSE(exists(calls));
+  EXPECT_FALSE(exists(calls_of_smbclient));
 }
 
 TEST(RemoteBrowse, WithoutSmbclientTheNameListStaysAsItWas) {
@@ -341,12 +341,12 @@ TEST(RemoteBrowse, AFailureIsPrintedWhenTheFlagIsOne) {
 }
 
 TEST(RemoteBrowse, AMissingSmbclientIsPrintedWhenTheFlagIsOneAndForAnEmptyHostToo) {
-  const std::string missing = "/usr/bin/smbclient not exist!\n";
+  const std::string no_smbclient = "/usr/bin/smbclient not exist!\n";
   answers("");
-  expect_trace([] { get_host_share_name(""); }, missing);
-  expect_trace([] { get_host_share_name(nullptr); }, missing);
+  expect_trace([] { get_host_share_name(""); }, no_smbclient);
+  expect_trace([] { get_host_share_name(nullptr); }, no_smbclient);
   Appliance{}.remove(smbclient);
-  expect_trace([] { get_host_share_name("attic"); }, missing);
+  expect_trace([] { get_host_share_name("attic"); }, no_smbclient);
 }
 
 TEST(RemoteBrowse, ALineOf511IsPrintedWhole) {
