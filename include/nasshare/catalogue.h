@@ -202,8 +202,10 @@ int chk_name_path(const char *name, const char *path);
    and one whose lists leave nobody who exists; "&amp;" in a name, comment or path comes back as "&", and a
    reference that XML knows in a list as its character. 0 when the name
    is taken or the record is refused: no name, no path, a path that does not exist, a text that XML cannot
-   hold (control characters, bytes that are not UTF-8) or that has a line end, or a deny list that leaves no
-   room for the guest in front or is to name more accounts than fit. The record's volume_raid and hd_serial
+   hold (control characters, bytes that are not UTF-8) or that has a line end, a name under which it would
+   come back as a share that is listed already ("&amp;" is read as "&", and "Volume_1" or "Volume_2" at the
+   root of a volume as the volume's configured name), or a deny list that leaves no room for the guest in
+   front or is to name more accounts than fit. The record's volume_raid and hd_serial
    are filled from the volume that holds the path, and outside Active Directory mode its lists are made
    explicit (rebuld_input_data). 0 as well when the catalogue could not be loaded whole, or when a hidden
    partition that a present volume is read from did not take it; every volume's file is then as it was. A

@@ -2,7 +2,7 @@
 // read is noted.
 #pragma once
 
-#include "base/watch.h"
+#include "acl/local_accounts.h"
 
 #include <cerrno>
 #include <grp.h>
@@ -12,26 +12,27 @@ namespace nasshare {
 
 namespace detail {
 template <class Entry, class Visit>
-void walk_or_note(void (*rewind)(), Entry *(*next)(), void (*end)(), Visit visit) {
+void walk_or_note(const LocalAccounts &local, void (*rewind)(), Entry *(*next)(), void (*end)(),
+                  Visit visit) {
   errno = 0;
   rewind();
-  note_account_error();
+  local.note_error();
   errno = 0;
   while (const auto *const entry = next()) {
     visit(*entry);
     errno = 0;
   }
-  note_account_error();
+  local.note_error();
   end();
 }
 } // namespace detail
 
 template <class Visit> void each_account_or_note(Visit visit) {
-  detail::walk_or_note(setpwent, getpwent, endpwent, visit);
+  detail::walk_or_note(local_users, setpwent, getpwent, endpwent, visit);
 }
 
 template <class Visit> void each_group_or_note(Visit visit) {
-  detail::walk_or_note(setgrent, getgrent, endgrent, visit);
+  detail::walk_or_note(local_groups, setgrent, getgrent, endgrent, visit);
 }
 
 } // namespace nasshare

@@ -1,8 +1,8 @@
 // Does the account exist? As getpwnam(3) and getgrnam(3) have it.
 #include "acl/accounts.h"
 
+#include "acl/local_accounts.h"
 #include "base/text.h"
-#include "base/watch.h"
 #include "model/load_verdict.h"
 #include "nasshare/acl.h"
 
@@ -13,11 +13,12 @@
 namespace nasshare {
 namespace {
 
-template <class Entry> bool is_known_or_note(Entry *(*look_up)(const char *), const char *name) {
+template <class Entry>
+bool is_known_or_note(const LocalAccounts &local, Entry *(*look_up)(const char *), const char *name) {
   errno = 0;
   const bool is_known = name != nullptr && look_up(name) != nullptr;
   if (!is_known) {
-    note_account_error();
+    local.note_error();
   }
   return is_known;
 }
@@ -25,11 +26,11 @@ template <class Entry> bool is_known_or_note(Entry *(*look_up)(const char *), co
 } // namespace
 
 bool user_exists_or_note(std::string_view name) {
-  return is_known_or_note(getpwnam, Text<list_width>{name}.c_str());
+  return is_known_or_note(local_users, getpwnam, Text<list_width>{name}.c_str());
 }
 
 bool group_exists_or_note(std::string_view name) {
-  return is_known_or_note(getgrnam, Text<list_width>{name}.c_str());
+  return is_known_or_note(local_groups, getgrnam, Text<list_width>{name}.c_str());
 }
 
 } // namespace nasshare
@@ -38,10 +39,10 @@ using namespace nasshare;
 
 int check_user(const char *name) {
   const LoadWatch watch;
-  return is_known_or_note(getpwnam, name) ? 1 : 0;
+  return is_known_or_note(local_users, getpwnam, name) ? 1 : 0;
 }
 
 int check_group(const char *name) {
   const LoadWatch watch;
-  return is_known_or_note(getgrnam, name) ? 1 : 0;
+  return is_known_or_note(local_groups, getgrnam, name) ? 1 : 0;
 }

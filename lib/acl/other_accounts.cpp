@@ -11,6 +11,14 @@
 #include "nasshare/acl.h"
 
 namespace nasshare {
+namespace {
+
+// In a list it would be another account otherwise, or several, or a group.
+bool is_listed_as_itself(const passwd &account) {
+  return is_list_entry(account.pw_name) && account.pw_name[0] != '@';
+}
+
+} // namespace
 
 bool list_other_accounts_or_note(char *list) {
   note(name_trouble());
@@ -22,10 +30,10 @@ bool list_other_accounts_or_note(char *list) {
         Check_Name_Node(account.pw_name) != nullptr) {
       return;
     }
-    if (is_list_entry(account.pw_name)) {
+    if (is_listed_as_itself(account)) {
       others.add(account.pw_name);
     } else {
-      can_all_be_listed = false; // in a list it would be another account, or several
+      can_all_be_listed = false;
     }
   });
   assign(list_field(list), others.view());

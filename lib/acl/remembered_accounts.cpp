@@ -3,6 +3,7 @@
 
 #include "acl/account_walk.h"
 #include "acl/accounts.h"
+#include "base/watch.h"
 
 namespace nasshare {
 namespace {

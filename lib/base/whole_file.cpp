@@ -10,14 +10,16 @@
 
 namespace nasshare {
 
-WholeFile::WholeFile(const char *path) : error_(read(path)) {
+WholeFile::WholeFile(const char *path)
+    : WholeFile(Descriptor(open(path, O_RDONLY | O_CLOEXEC | O_NONBLOCK))) {}
+
+WholeFile::WholeFile(const Descriptor &file) : error_(read(file)) {
   if (error_ != 0) {
     size_ = 0;
   }
 }
 
-int WholeFile::read(const char *path) {
-  const Descriptor file(open(path, O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+int WholeFile::read(const Descriptor &file) {
   struct stat status {};
   if (!file || fstat(file.get(), &status) != 0) {
     return errno;

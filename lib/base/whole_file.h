@@ -10,6 +10,8 @@ namespace nasshare {
 class WholeFile {
 public:
   explicit WholeFile(const char *path);
+  // Of a descriptor that open() gave, from its start.
+  explicit WholeFile(const Descriptor &file);
 
   // What the file holds; empty when it could not be read.
   [[nodiscard]] std::string_view text() const { return {bytes_.get(), size_}; }
@@ -18,7 +20,7 @@ public:
   [[nodiscard]] int error() const { return error_; }
 
 private:
-  [[nodiscard]] int read(const char *path);
+  [[nodiscard]] int read(const Descriptor &file);
 
   Allocated<char> bytes_;
   std::size_t size_ = 0;

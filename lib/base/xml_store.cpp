@@ -19,7 +19,7 @@ XmlText compose_whole(xmlDoc *document) {
 
 bool is_broken_xml(std::string_view text) {
   const Watch watch(Watch::Scope::apart); // the text is about to go whatever it holds
-  return contains(text, "<item>") && !parse_or_note(text) && !watch.seen();
+  return contains(text, "<item") && !parse_or_note(text) && !watch.seen();
 }
 
 void keep_broken_xml_aside(const char *path) {

@@ -6,6 +6,7 @@
 #include "base/text.h"
 #include "model/file_services.h"
 #include "model/load_verdict.h"
+#include "model/volume_identity.h"
 #include "model/volumes.h"
 #include "nasshare/acl.h"
 #include "nasshare/catalogue.h"
@@ -47,8 +48,12 @@ void check_hd(void) {
   get_hd_raid_info(pss);
   get_HD_share_name(pss);
   for (const int volume : volumes) {
-    if (is_present(*pss, volume)) {
-      read_HD_xml(volume);
+    if (!is_present(*pss, volume)) {
+      continue;
     }
+    if (!has_known_disk(volume)) {
+      note_lack(); // its records lie where nobody looks
+    }
+    read_HD_xml(volume);
   }
 }

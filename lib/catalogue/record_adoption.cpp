@@ -33,6 +33,12 @@ void RecordAdoption::renumber_or_note(smb_share &record) const {
 }
 
 bool RecordAdoption::accepts(const smb_share &record) {
+  const bool is_accepted = is_own(record);
+  has_accepted_ = has_accepted_ || is_accepted;
+  return is_accepted;
+}
+
+bool RecordAdoption::is_own(const smb_share &record) {
   const auto serial = view(record.hd_serial);
   if (is_of_single_disk(record)) {
     to_mirror_ = to_mirror_ || kind_ == mirroring;
@@ -46,10 +52,19 @@ bool RecordAdoption::accepts(const smb_share &record) {
   return serial == (is_array_identity(serial) ? identity_ : bay_serial_);
 }
 
-bool RecordAdoption::may_be_own(const smb_share &record) const {
+bool RecordAdoption::is_of_other_volume(const smb_share &record) const {
   const int other = 1 - volume_;
-  const bool is_others = is_present(*pss, other) && view(record.hd_serial) == view(pss->vol_comp_str[other]);
-  return !has_told_identity(volume_) && !is_others;
+  return is_present(*pss, other) && view(record.hd_serial) == view(pss->vol_comp_str[other]);
+}
+
+void RecordAdoption::refuse(const smb_share &record) {
+  has_refused_near_ =
+      has_refused_near_ || (mentions_volume(view(record.path), volume_) && !is_of_other_volume(record));
+}
+
+bool RecordAdoption::may_have_refused_own() const {
+  const bool can_never_be_asked = identity_ == unasked_serial && has_accepted_;
+  return has_refused_near_ && !has_told_identity(volume_) && !can_never_be_asked;
 }
 
 bool RecordAdoption::retag_or_note(smb_share &record) const {

@@ -20,9 +20,13 @@ public:
   // Whether the record, renumbered, is the volume's own.
   [[nodiscard]] bool accepts(const smb_share &record);
 
-  // Whether a record that is not accepted may be the volume's own all the same, since the volume does not
-  // tell today which one it is. What is skipped now is gone with the next store.
-  [[nodiscard]] bool may_be_own(const smb_share &record) const;
+  // What becomes of a record that is not accepted; its path is where it would be on the volume.
+  void refuse(const smb_share &record);
+
+  // Whether one of those may be the volume's own all the same, since the volume does not tell today which one
+  // it is. What is skipped now is gone with the next store. A disk that can never be asked is known by that:
+  // then some of its records say so.
+  [[nodiscard]] bool may_have_refused_own() const;
 
   // Tags an accepted record of a converted volume as what the volume is now; false when its folder was not
   // taken along.
@@ -32,6 +36,8 @@ public:
   static bool is_of_single_disk(const smb_share &record);
 
 private:
+  [[nodiscard]] bool is_own(const smb_share &record);
+  [[nodiscard]] bool is_of_other_volume(const smb_share &record) const;
   void tag_or_note(smb_share &record, std::int32_t kind) const;
   void take_identity_or_note(smb_share &record) const;
 
@@ -46,6 +52,8 @@ private:
   bool to_mirror_ = false;        // a single disk became a mirror
   bool to_parity_ = false;        // a single disk became an array with parity
   bool mirror_to_parity_ = false; // a mirror became one
+  bool has_accepted_ = false;
+  bool has_refused_near_ = false; // a record that lies on the volume
 };
 
 } // namespace nasshare

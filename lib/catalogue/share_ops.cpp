@@ -4,6 +4,7 @@
 #include "base/linked_list.h"
 #include "base/watch.h"
 #include "catalogue/loading.h"
+#include "catalogue/share_name_fix.h"
 #include "catalogue/storable_record.h"
 #include "catalogue/storing.h"
 #include "model/domain_mode.h"
@@ -52,6 +53,12 @@ bool place_on_volume(smb_share &record) {
   return volume.has_value();
 }
 
+// Judged where the record ends up: a drive too may report a serial number that no file gives back.
+bool comes_back(const smb_share &record) {
+  const auto volume = volume_of(record);
+  return is_storable_identity(record.hd_serial) && !(volume && comes_back_as_another(record, *volume));
+}
+
 // A share that moves is stored where it goes to before it is taken from where it was: one that is listed
 // twice is shown once, and one that is listed nowhere would be lost with a kill in between.
 int first_volume_of_move(const smb_share &from, const smb_share &to) {
@@ -89,8 +96,7 @@ int add_share(smb_share *record) {
   if (place_on_volume(*record)) {
     list_debug("####p->hd_serial [%s]\n", record->hd_serial); // wanted: scripts look for it
   }
-  // Checked where the record ends up: a drive too may report a serial number that no file gives back.
-  if (!is_storable(record->hd_serial) || Insert_Smb_Node(record) == nullptr) {
+  if (!comes_back(*record) || Insert_Smb_Node(record) == nullptr) {
     return refuse_change();
   }
   return store_catalogue(change, lock, {.listing = Listing::yes});
@@ -113,7 +119,7 @@ int mod_share(smb_share *record) {
   }
   const int first_volume = first_volume_of_move(*listed, *record);
   place_on_volume(*record);
-  if (!is_storable(record->hd_serial)) {
+  if (!comes_back(*record)) {
     return refuse_change();
   }
   Modify_Smb_Node(record);

@@ -4,12 +4,11 @@
 #include "base/presence.h"
 #include "base/text.h"
 #include "catalogue/record_adoption.h"
+#include "catalogue/share_name_fix.h"
 #include "catalogue/share_xml.h"
 #include "model/load_verdict.h"
 #include "model/system_file.h"
 #include "model/volumes.h"
-
-#include <algorithm>
 
 namespace nasshare {
 namespace {
@@ -20,17 +19,6 @@ void read_place(xmlNode *item, int volume, smb_share &share) {
   read_recovered(item, "path", share.path);
   if (RecordAdoption::is_of_single_disk(share)) {
     fix_path(share.path, volume);
-  }
-}
-
-// The share of a whole volume.
-void take_configured_name(smb_share &share, int volume) {
-  const bool is_whole_volume =
-      std::ranges::any_of(volumes, [&](int root) { return view(share.path) == mount_point(root); });
-  const bool has_default_name =
-      std::ranges::find(default_share_names, view(share.name)) != std::end(default_share_names);
-  if (is_whole_volume && has_default_name) {
-    fix_share_name(share.name, volume);
   }
 }
 
@@ -51,18 +39,17 @@ void read_item(xmlNode *item, int volume, RecordAdoption &adoption) {
   share.volume_raid = ChildText(item, "volume_raid").number();
   read_child(item, "hd_serial", share.hd_serial);
   adoption.renumber_or_note(share);
-  if (!adoption.accepts(share)) {
-    if (adoption.may_be_own(share) && mentions_volume(ChildText(item, "path").view(), volume)) {
-      note_lack();
-    }
+  const bool is_accepted = adoption.accepts(share);
+  read_place(item, volume, share);
+  if (!is_accepted) {
+    adoption.refuse(share);
     return;
   }
-  read_place(item, volume, share);
   if (!mentions_volume(view(share.path), volume)) {
     list_debug("xxxxxxxxxxxxxxxxx[%s][%d]\n", share.path, volume); // wanted: scripts look for it
     return;
   }
-  take_configured_name(share, volume);
+  take_configured_name(share.name, view(share.path), volume);
   if (adoption.retag_or_note(share)) {
     read_options(item, share);
     Insert_Smb_Node(&share);
@@ -77,6 +64,9 @@ void read_share_xml_or_note(const char *path, int volume) {
   RecordAdoption adoption(volume);
   for (auto *item = child_element(samba, "item"); item != nullptr; item = element_from(item->next)) {
     read_item(item, volume, adoption);
+  }
+  if (adoption.may_have_refused_own()) {
+    note_lack();
   }
   if (document) {
     free_xml_memory(document.release());

@@ -11,7 +11,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace nasshare {
@@ -32,19 +31,13 @@ bool fill(Copies &copies, const HiddenFolders &folders) {
   return folders.error() == 0;
 }
 
-mode_t permissions_of(const char *path) {
-  struct stat status {};
-  return stat(path, &status) == 0 ? status.st_mode & 0777U : shared_permissions;
-}
-
 bool is_of(const CatalogueCopy &copy, int volume) {
   return is_volume(volume) && copy.is_in(view(pss->vol_hidden_path[volume]));
 }
 
-void spread(Copies &copies, std::string_view catalogue, int first_volume) {
-  const auto permissions = permissions_of(temporary_share_xml);
+void spread(Copies &copies, const TemporaryShareXml &catalogue, int first_volume) {
   for (auto &copy : copies) {
-    copy.prepare(catalogue, permissions);
+    copy.prepare(catalogue.text(), catalogue.permissions());
   }
   for (const bool is_first : {true, false}) {
     for (auto &copy : copies) {
@@ -55,7 +48,7 @@ void spread(Copies &copies, std::string_view catalogue, int first_volume) {
   }
   for (auto &copy : copies) {
     if (!copy.is_done()) {
-      copy.copy_over(catalogue, std::ranges::any_of(copies, is_done));
+      copy.copy_over(catalogue.text(), std::ranges::any_of(copies, is_done));
     }
   }
 }
@@ -85,16 +78,13 @@ bool reaches_every_volume(const Copies &copies) {
 } // namespace
 
 bool spread_catalogue(int first_volume) {
-  if (!is_own_temporary_share_xml()) {
-    return false;
-  }
-  const WholeFile catalogue(temporary_share_xml);
+  const TemporaryShareXml catalogue;
   const HiddenFolders folders;
   Copies copies(folders.size());
-  if (catalogue.error() != 0 || !fill(copies, folders)) {
+  if (!catalogue.is_own() || !fill(copies, folders)) {
     return false;
   }
-  spread(copies, catalogue.text(), first_volume);
+  spread(copies, catalogue, first_volume);
   if (reaches_every_volume(copies) || next_load_shows(temporary_share_xml)) {
     return true;
   }
@@ -109,11 +99,11 @@ bool spread_catalogue(int first_volume) {
 using namespace nasshare;
 
 void cp_xml_to_hidden(void) {
-  const WholeFile catalogue(temporary_share_xml);
+  const TemporaryShareXml catalogue;
   const HiddenFolders folders;
   Copies copies(folders.size());
-  if (is_own_temporary_share_xml() && catalogue.error() == 0 && fill(copies, folders)) {
-    spread(copies, catalogue.text(), no_volume_first);
+  if (catalogue.is_own() && fill(copies, folders)) {
+    spread(copies, catalogue, no_volume_first);
   }
 }
 

@@ -23,6 +23,10 @@ bool is_storable(std::span<const char> field) {
          can_xml_hold(text);
 }
 
+bool is_storable_identity(std::span<const char> field) {
+  return is_storable(field) && !holds_reference(view(field));
+}
+
 bool is_storable(const smb_share *record) {
   return record != nullptr && record->name[0] != '\0' && record->path[0] != '\0' &&
          is_storable(record->path) && access(record->path, F_OK) == 0 && is_storable(record->name) &&

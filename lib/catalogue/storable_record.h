@@ -18,4 +18,8 @@ bool leaves_room_for_guest(const smb_share &share);
 // the tags of a volume, which it may be given yet.
 bool is_storable(const smb_share *record);
 
+// The same for the volume's identity, which stands in the file as it is: a drive too may report one that does
+// not come back.
+bool is_storable_identity(std::span<const char> field);
+
 } // namespace nasshare

@@ -37,10 +37,16 @@ bool rename_over(const char *successor, const char *target) {
 
 } // namespace
 
-bool is_own_temporary_share_xml() {
-  struct stat status {};
-  return lstat(temporary_share_xml, &status) == 0 && S_ISREG(status.st_mode) && status.st_uid == geteuid() &&
-         status.st_nlink == 1;
+TemporaryShareXml::TemporaryShareXml()
+    : file_(open(temporary_share_xml, O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOFOLLOW)), content_(file_) {
+  if (!file_ || fstat(file_.get(), &status_) != 0) {
+    status_ = {};
+  }
+}
+
+bool TemporaryShareXml::is_own() const {
+  return S_ISREG(status_.st_mode) && status_.st_uid == geteuid() && status_.st_nlink == 1 &&
+         content_.error() == 0;
 }
 
 bool is_in_shared_folder(std::string_view path) {

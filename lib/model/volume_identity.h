@@ -8,6 +8,9 @@ namespace nasshare {
 // In front of an array's UUID; a single disk's serial stands there alone.
 inline constexpr std::string_view uuid_label = "UUID=";
 
+// In place of a disk's serial: its device could not be opened, or did not take the question.
+inline constexpr std::string_view unasked_serial = "cant_get_serial_number";
+
 // Whether the identity is an array's.
 inline bool is_array_identity(std::string_view identity) {
   return contains(identity, uuid_label);
@@ -25,6 +28,9 @@ void note_disk_answer(int bay, bool has_told);
 // Whether the volume is known for what it is. A disk may have no serial number, which is a fact; one that
 // could not be asked may be any, and so may an array that reports no UUID.
 bool has_told_identity(int volume);
+
+// Whether the volume's own disk was found, in a bay or in an array, and with it where its records are read.
+bool has_known_disk(int volume);
 
 // Whether the mounted device is an array's.
 inline bool is_array_device(std::string_view device) {

@@ -6,6 +6,7 @@
 #include "base/text.h"
 #include "base/watch.h"
 #include "model/load_verdict.h"
+#include "model/volume_identity.h"
 #include "nasshare/volume.h"
 
 #include <array>
@@ -69,7 +70,7 @@ bool read_ata_serial_or_note(char *destination, const char *device_name) {
   if (!device) {
     note_file_error();
     trace_debug("Cannot open %s device!\n", path.c_str());
-    assign(field, "cant_get_serial_number");
+    assign(field, unasked_serial);
     return false;
   }
 
@@ -89,7 +90,7 @@ bool read_ata_serial_or_note(char *destination, const char *device_name) {
   if (ioctl(device.get(), SG_IO, &request) < 0) {
     note_file_error();
     trace_debug("SG_IO: ioctl fail\n");
-    assign(field, "cant_get_serial_number");
+    assign(field, unasked_serial);
     return false;
   }
   const bool has_answered = completed(request);

@@ -139,7 +139,8 @@ std::string list_filled_with(const std::string &name) {
 }
 
 TEST(FullList, OfThoseWhoAreDeniedRefusesOneMore) {
-  const auto shares = {stored_share("Music").write("#bob#").deny("#nobody#," + list_filled_with("carol").substr(9))};
+  const auto shares = {
+      stored_share("Music").write("#bob#").deny("#nobody#," + list_filled_with("carol").substr(9))};
   three_shares().shares(share_xml(shares));
   insert_acnt_node("Music", to_deny);
   EXPECT_EQ(acnt_mod_share("alice"), 0);
@@ -222,15 +223,20 @@ TEST(UnlistableAccount, IsLeftOutOfThoseWhoMayEnter) {
   EXPECT_STREQ(check_smb_share_name("Films")->write_list, "#bob#,#carol#");
 }
 
-TEST(UnlistableAccount, KeepsEveryoneElseFromBeingDenied) {
+// "@odd" would be the group of that name.
+class UnlistableAccountName : public testing::TestWithParam<const char *> {};
+
+TEST_P(UnlistableAccountName, KeepsEveryoneElseFromBeingDenied) {
   three_shares()
-      .user("a,b", 2001, 100)
+      .user(GetParam(), 2001, 100)
       .shares(share_xml({stored_share("Music").deny("#nobody#,#@allaccount#").write("#alice#")}));
   const std::string before = read_file(first_share_file);
   insert_acnt_node("Music", to_write);
   EXPECT_EQ(acnt_mod_share("bob"), 0);
   expect_on_both_volumes(before);
 }
+
+INSTANTIATE_TEST_SUITE_P(Names, UnlistableAccountName, testing::Values("a,b", "@odd"));
 
 TEST(AccountModification, OfAnAutomaticShareAloneIsNone) {
   three_shares();

@@ -31,10 +31,28 @@ TEST(BrokenShareXml, IsKeptAsideByTheFirstChange) {
   EXPECT_EQ(read_file(kept_aside), damaged);
 }
 
-TEST(BrokenShareXml, TakesThePlaceOfAnEarlierOne) {
+TEST(BrokenShareXml, IsKeptBesideEarlierOnes) {
   with(damaged).file(kept_aside, "earlier");
   change();
-  EXPECT_EQ(read_file(kept_aside), damaged);
+  EXPECT_EQ(read_file(kept_aside), "earlier");
+  EXPECT_EQ(read_file(kept_aside + "2"), damaged);
+}
+
+TEST(BrokenShareXml, TakesThePlaceOfTheNinth) {
+  auto machine = with(damaged).file(kept_aside, "earlier");
+  for (const char *number : {"2", "3", "4", "5", "6", "7", "8", "9"}) {
+    machine.file(kept_aside + number, "earlier");
+  }
+  change();
+  EXPECT_EQ(read_file(kept_aside + "8"), "earlier");
+  EXPECT_EQ(read_file(kept_aside + "9"), damaged);
+}
+
+TEST(BrokenShareXml, IsKnownByAnItemHoweverItIsWritten) {
+  const std::string torn = "<config><samba><item ><name>Music</name></item >";
+  with(torn);
+  change();
+  EXPECT_EQ(read_file(kept_aside), torn);
 }
 
 TEST(BrokenShareXml, IsNotKeptByAQuestion) {

@@ -17,6 +17,10 @@ Share films() {
   return Share{"Films"}.path("/mnt/HD/HD_a2/Films").write("#alice#");
 }
 
+Share films_called(const std::string &name) {
+  return Share{name}.path("/mnt/HD/HD_a2/Films").oplocks("yes").map_archive("no").everyone();
+}
+
 Appliance with_films_folder() {
   return Appliance::single_disks().folder("/mnt/HD/HD_a2/Films").folder("/mnt/HD/HD_a2/Line\nEnd");
 }
@@ -78,6 +82,31 @@ TEST(RefusedRecords, AVolumeWhoseSerialNoFileGivesBack) {
                            "WD\x01"
                            "0001");
   expect_refused(films());
+}
+
+TEST(RefusedRecords, AVolumeWhoseSerialComesBackAsAnother) {
+  with_films_folder().disk("sda", "scsi0", "WD&lt;TEST01");
+  expect_refused(films());
+}
+
+// Of two with one name the next load shows the first.
+TEST(RefusedRecords, ANameThatComesBackAsAListedOne) {
+  with_films_folder();
+  ASSERT_EQ(add_share(films_called("A&B")), 1);
+  EXPECT_EQ(add_share(films_called("A&amp;B")), 0);
+  EXPECT_EQ(add_share(films_called("A&amp;C")), 1);
+  EXPECT_EQ(chk_share("A&C"), 0);
+}
+
+TEST(RefusedRecords, AWholeVolumeUnderAnothersName) {
+  with_films_folder();
+  ASSERT_EQ(add_share(films_called("Volume_1")), 1);
+  EXPECT_EQ(add_share(Share(films_called("Volume_2")).path("/mnt/HD/HD_a2")), 0);
+  ASSERT_EQ(add_share(Share(films_called("Volume_2")).path("/mnt/HD/HD_b2")), 1);
+  const std::string before = read_file(first_share_file);
+  const Share moved = Share(films_called("Volume_2")).path("/mnt/HD/HD_a2");
+  EXPECT_EQ(mod_share(moved), 0);
+  EXPECT_EQ(read_file(first_share_file), before);
 }
 
 } // namespace
