@@ -1,7 +1,10 @@
 // The characters that XML 1.0 can hold, in UTF-8 (RFC 3629), and the references that stand for them.
 #include "base/xml_characters.h"
 
+#include "base/xml_library.h"
+
 #include <array>
+#include <libxml/parserInternals.h>
 
 namespace nasshare {
 namespace {
@@ -91,13 +94,19 @@ bool can_xml_hold(std::string_view text) {
 }
 
 std::optional<XmlReference> reference_at(std::string_view markup) {
-  const auto end = markup.find(';');
-  if (!markup.starts_with('&') || end == std::string_view::npos) {
+  const auto end = markup.starts_with('&') ? markup.find(';') : std::string_view::npos;
+  if (end == std::string_view::npos) {
     return std::nullopt;
   }
   const auto name = markup.substr(1, end - 1);
   const auto character = name.starts_with('#') ? character_number(name.substr(1)) : named_character(name);
   return character ? std::optional(XmlReference{*character, end + 1}) : std::nullopt;
+}
+
+Text<5> utf8(char32_t character) {
+  std::array<xmlChar, 5> bytes{};
+  xmlCopyCharMultiByte(bytes.data(), static_cast<int>(character));
+  return {as_text(bytes.data())};
 }
 
 bool holds_reference(std::string_view text) {

@@ -1,6 +1,8 @@
 // The characters that XML can hold, and the references that stand for them.
 #pragma once
 
+#include "base/text.h"
+
 #include <cstddef>
 #include <optional>
 #include <string_view>
@@ -22,6 +24,9 @@ struct XmlReference {
 // The reference at the start of the markup; none unless it is one of the five that XML knows or the number of
 // a character that it allows (section 4.1 of the recommendation).
 std::optional<XmlReference> reference_at(std::string_view markup);
+
+// The character in UTF-8 (RFC 3629).
+Text<5> utf8(char32_t character);
 
 // Whether the text, taken as markup, would read as another one.
 bool holds_reference(std::string_view text);

@@ -13,8 +13,7 @@ namespace nasshare {
 namespace {
 
 // The parser's own messages never reach the program's standard error.
-constexpr int parse_options =
-    XML_PARSE_NOBLANKS | XML_PARSE_NODICT | XML_PARSE_NOERROR | XML_PARSE_NOWARNING | XML_PARSE_NONET;
+constexpr int parse_options = XML_PARSE_NOBLANKS | XML_PARSE_NOERROR | XML_PARSE_NOWARNING | XML_PARSE_NONET;
 
 struct FreeParser {
   void operator()(xmlParserCtxt *parser) const { xmlFreeParserCtxt(parser); }
@@ -48,7 +47,49 @@ XmlDocument parse_once(std::string_view text) {
   return library.is_short_of_memory() || declares_entities(document.get()) ? nullptr : std::move(document);
 }
 
+// The text that is all there is in the element, or null.
+const xmlNode *only_text_of(const xmlNode *element) {
+  const auto *const first = element == nullptr ? nullptr : element->children;
+  return first != nullptr && first->type == XML_TEXT_NODE && first->next == nullptr ? first : nullptr;
+}
+
+// Tells that the text declares an entity; all else of it is of no interest.
+struct Declarations {
+  bool are_any = false;
+
+  static void see(void *parser, const xmlChar *, int type, const xmlChar *, const xmlChar *, xmlChar *) {
+    auto &declarations = *static_cast<Declarations *>(static_cast<xmlParserCtxt *>(parser)->_private);
+    declarations.are_any = declarations.are_any || type == XML_INTERNAL_GENERAL_ENTITY;
+  }
+};
+
+bool is_well_formed_once(std::string_view text) {
+  QuietLibrary library;
+  const Parser parser(xmlNewParserCtxt());
+  if (!parser) {
+    library.see_shortage();
+    return false;
+  }
+  Declarations declarations;
+  *parser->sax = {};
+  parser->sax->initialized = XML_SAX2_MAGIC;
+  parser->sax->entityDecl = Declarations::see;
+  parser->_private = &declarations;
+  static_cast<void>(xmlCtxtReadMemory(parser.get(), text.data(), static_cast<int>(text.size()), nullptr,
+                                      nullptr,
+                                      parse_options)); // there is none
+  if (parser->errNo == XML_ERR_NO_MEMORY) {
+    library.see_shortage();
+  }
+  return parser->wellFormed == 1 && !library.is_short_of_memory() && !declarations.are_any;
+}
+
 } // namespace
+
+bool is_well_formed_or_note(std::string_view text) {
+  // Short of memory the parser may see an error of syntax where there is none.
+  return text.size() <= INT_MAX && (is_well_formed_once(text) || is_well_formed_once(text));
+}
 
 XmlDocument parse_or_note(std::string_view text) {
   if (text.size() > INT_MAX) {
@@ -91,9 +132,13 @@ xmlNode *element_from(xmlNode *node) {
 }
 
 ChildText::ChildText(xmlNode *parent, const char *name) {
-  if (auto *const child = child_element(parent, name)) {
+  auto *const child = child_element(parent, name);
+  if (const auto *const text = only_text_of(child)) {
+    view_ = as_text(text->content);
+  } else if (child != nullptr && child->children != nullptr) {
     QuietLibrary library;
     text_.reset(xmlNodeGetContent(child));
+    view_ = nasshare::view(text_);
     if (!text_) {
       library.see_shortage();
     }

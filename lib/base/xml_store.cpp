@@ -1,4 +1,4 @@
-// Storing XML files: only a text that reads back is stored, and a broken file with records is kept.
+// Storing XML files: a broken file with records is kept.
 #include "base/xml_store.h"
 
 #include "base/file_replacement.h"
@@ -7,19 +7,12 @@
 #include "base/watch.h"
 #include "base/whole_file.h"
 #include "base/xml_reader.h"
-#include "base/xml_writer.h"
 
 namespace nasshare {
 
-XmlText compose_whole(xmlDoc *document) {
-  auto text = compose_or_note(document);
-  // Short of memory the composer may stop midway.
-  return text && parse_or_note(view(text)) ? std::move(text) : nullptr;
-}
-
 bool is_broken_xml(std::string_view text) {
   const Watch watch(Watch::Scope::apart); // the text is about to go whatever it holds
-  return contains(text, "<item") && !parse_or_note(text) && !watch.seen();
+  return contains(text, "<item") && !is_well_formed_or_note(text) && !watch.seen();
 }
 
 void keep_broken_xml_aside(const char *path) {
@@ -29,13 +22,9 @@ void keep_broken_xml_aside(const char *path) {
   }
 }
 
-bool store_xml(xmlDoc *document, const char *path) {
-  const auto text = compose_whole(document);
-  if (!text) {
-    return false;
-  }
+bool store_xml(std::string_view text, const char *path) {
   keep_broken_xml_aside(path);
-  return store_file(path, view(text));
+  return store_file(path, text);
 }
 
 } // namespace nasshare

@@ -1,14 +1,9 @@
 // Storing XML files.
 #pragma once
 
-#include "base/xml_library.h"
-
 #include <string_view>
 
 namespace nasshare {
-
-// The document's text, indented, in UTF-8; null when memory is too short for the whole of it.
-[[nodiscard]] XmlText compose_whole(xmlDoc *document);
 
 // Whether the text holds records and is not well-formed. Short of memory nobody can tell, and it counts as
 // sound.
@@ -18,7 +13,7 @@ namespace nasshare {
 // first.
 void keep_broken_xml_aside(const char *path);
 
-// Replaces the file with the document, indented, in UTF-8. False, and the old file untouched, on failure.
-[[nodiscard]] bool store_xml(xmlDoc *document, const char *path);
+// Replaces the file with the text of a document. False, and the old file untouched, on failure.
+[[nodiscard]] bool store_xml(std::string_view text, const char *path);
 
 } // namespace nasshare

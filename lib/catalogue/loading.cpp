@@ -4,6 +4,7 @@
 
 #include "base/linked_list.h"
 #include "base/text.h"
+#include "catalogue/share_xml.h"
 #include "model/file_services.h"
 #include "model/load_verdict.h"
 #include "model/volume_identity.h"
@@ -47,6 +48,7 @@ void check_hd(void) {
   read_global_setting();
   get_hd_raid_info(pss);
   get_HD_share_name(pss);
+  ShareXmlFiles files;
   for (const int volume : volumes) {
     if (!is_present(*pss, volume)) {
       continue;
@@ -54,6 +56,6 @@ void check_hd(void) {
     if (!has_known_disk(volume)) {
       note_lack(); // its records lie where nobody looks
     }
-    read_HD_xml(volume);
+    read_volume_or_note(files, volume);
   }
 }

@@ -53,11 +53,12 @@ void take_list(Shares &shares) {
 
 // The shares of the present volumes, each read from the file that has that path.
 template <class PathOf> void load(Shares &shares, PathOf path_of) {
+  ShareXmlFiles files;
   for (const int volume : volumes) {
     if (is_present(*pss, volume) && has_hidden_partition(*pss, volume)) {
       const auto path = path_of(volume);
       if (exists_or_note(path.c_str())) {
-        read_share_xml_or_note(path.c_str(), volume);
+        read_share_xml_or_note(files, path.c_str(), volume);
       }
     }
   }

@@ -13,7 +13,8 @@
 namespace nasshare {
 namespace {
 
-// Every listed share is browseable and public, whatever the source says: a stored "no" does not survive.
+// Sets every field. Every listed share is browseable and public, whatever the source says: a stored "no" does
+// not survive.
 void copy_record(smb_share &to, const smb_share &from) {
   to.volume_raid = from.volume_raid;
   assign(to.hd_serial, view(from.hd_serial));
@@ -81,7 +82,7 @@ smb_share *Insert_Smb_Node(const smb_share *record) {
   if (auto *const listed = find_share(name)) {
     return listed;
   }
-  auto *const share = name.empty() ? nullptr : new_node_or_note<smb_share>();
+  auto *const share = name.empty() ? nullptr : new_unset_node_or_note<smb_share>();
   if (share != nullptr) {
     copy_record(*share, *record);
     append(*pss, share);

@@ -1,8 +1,11 @@
 // The share XML files: their name on the hidden partitions, and what the readers of such items share.
 #pragma once
 
+#include "base/whole_file.h"
 #include "base/xml_reader.h"
 #include "model/domain_mode.h"
+
+#include <optional>
 
 namespace nasshare {
 
@@ -11,8 +14,30 @@ inline std::string_view share_xml_name() {
   return is_domain_mode() ? ".smb_ads.xml" : ".smb.xml";
 }
 
+// The files that a load reads, one after the other. All partitions have the same as a rule, which is parsed
+// once.
+class ShareXmlFiles {
+public:
+  ShareXmlFiles() = default;
+  ShareXmlFiles(const ShareXmlFiles &) = delete;
+  ShareXmlFiles &operator=(const ShareXmlFiles &) = delete;
+  ~ShareXmlFiles() { forget(); }
+
+  // The element "samba" of the file, until the next one is read; null for a file that is none.
+  xmlNode *read_or_note(const char *path);
+
+private:
+  void forget();
+
+  std::optional<WholeFile> file_;
+  XmlDocument document_;
+};
+
 // Puts the records of the file that are that volume's own into the share list.
-void read_share_xml_or_note(const char *path, int volume);
+void read_share_xml_or_note(ShareXmlFiles &files, const char *path, int volume);
+
+// The same for the volume's own file, wherever its hidden partition is.
+void read_volume_or_note(ShareXmlFiles &files, int volume);
 
 // Reads a name, comment or path, in which "&" may still stand as "&amp;".
 void read_recovered(xmlNode *item, const char *name, std::span<char> field);

@@ -34,8 +34,8 @@ void read_options(xmlNode *item, smb_share &share) {
   share.recycle_tree = ChildText(item, "recycle_tree").number();
 }
 
-void read_item(xmlNode *item, int volume, RecordAdoption &adoption) {
-  smb_share share{};
+// The record is an item's after the other: every field that a file gives is set anew.
+void read_item(xmlNode *item, int volume, RecordAdoption &adoption, smb_share &share) {
   share.volume_raid = ChildText(item, "volume_raid").number();
   read_child(item, "hd_serial", share.hd_serial);
   adoption.renumber_or_note(share);
@@ -58,19 +58,26 @@ void read_item(xmlNode *item, int volume, RecordAdoption &adoption) {
 
 } // namespace
 
-void read_share_xml_or_note(const char *path, int volume) {
-  auto document = load_or_note(path);
-  auto *const samba = child_element(root_of(document), "samba");
+void read_share_xml_or_note(ShareXmlFiles &files, const char *path, int volume) {
   RecordAdoption adoption(volume);
-  for (auto *item = child_element(samba, "item"); item != nullptr; item = element_from(item->next)) {
-    read_item(item, volume, adoption);
+  smb_share share{};
+  for (auto *item = child_element(files.read_or_note(path), "item"); item != nullptr;
+       item = element_from(item->next)) {
+    read_item(item, volume, adoption, share);
   }
   if (adoption.may_have_refused_own()) {
     note_lack();
   }
-  if (document) {
-    free_xml_memory(document.release());
+}
+
+void read_volume_or_note(ShareXmlFiles &files, int volume) {
+  const auto path = system_file(view(pss->vol_hidden_path[volume]), share_xml_name());
+  list_debug("read_HD_xml: read xml path = %s\n", path.c_str());
+  if (!has_hidden_partition(*pss, volume) || !exists_or_note(path.c_str())) {
+    list_debug("read_HD_xml: read path not exist = %s\n", path.c_str());
+    return;
   }
+  read_share_xml_or_note(files, path.c_str(), volume);
 }
 
 } // namespace nasshare
@@ -78,15 +85,9 @@ void read_share_xml_or_note(const char *path, int volume) {
 using namespace nasshare;
 
 void read_HD_xml(int volume) {
-  if (!is_volume(volume)) {
-    return;
+  if (is_volume(volume)) {
+    const LoadWatch watch;
+    ShareXmlFiles files;
+    read_volume_or_note(files, volume);
   }
-  const LoadWatch watch;
-  const auto path = system_file(view(pss->vol_hidden_path[volume]), share_xml_name());
-  list_debug("read_HD_xml: read xml path = %s\n", path.c_str());
-  if (!has_hidden_partition(*pss, volume) || !exists_or_note(path.c_str())) {
-    list_debug("read_HD_xml: read path not exist = %s\n", path.c_str());
-    return;
-  }
-  read_share_xml_or_note(path.c_str(), volume);
 }

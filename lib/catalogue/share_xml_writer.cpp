@@ -1,9 +1,8 @@
 // Writing the share list as share XML: <config><samba><count/><item>...</item>...</samba></config>, UTF-8.
 #include "base/linked_list.h"
 #include "base/text.h"
-#include "base/xml_reader.h"
+#include "base/xml_composer.h"
 #include "base/xml_store.h"
-#include "base/xml_writer.h"
 #include "catalogue/ampersands.h"
 #include "catalogue/temporary_share_xml.h"
 #include "model/automatic_shares.h"
@@ -14,43 +13,40 @@
 namespace nasshare {
 namespace {
 
-bool add_item(xmlNode *samba, const smb_share &share) {
-  auto *const item = add_element(samba, "item");
-  return item != nullptr && add_number(item, "volume_raid", share.volume_raid) &&
-         add_markup(item, "hd_serial", view(share.hd_serial)) && add_text(item, "name", view(share.name)) &&
-         add_text(item, "comment", view(share.comment)) && add_text(item, "path", view(share.path)) &&
-         add_markup(item, "browseable", view(share.browseable)) &&
-         add_markup(item, "public", view(share.public_)) &&
-         add_markup(item, "oplocks", view(share.oplocks)) &&
-         add_markup(item, "map_archive", view(share.map_archive)) &&
-         add_markup(item, "read_list", view(share.read_list)) &&
-         add_markup(item, "write_list", view(share.write_list)) &&
-         add_markup(item, "invalid_users", view(share.invalid_users)) &&
-         add_number(item, "recycle_enable", share.recycle_enable) &&
-         add_number(item, "recycle_tree", share.recycle_tree);
+void add_item(XmlComposer &file, const smb_share &share) {
+  file.open("item");
+  file.add_number("volume_raid", share.volume_raid);
+  file.add("hd_serial", view(share.hd_serial), Form::markup);
+  file.add("name", view(share.name));
+  file.add("comment", view(share.comment));
+  file.add("path", view(share.path));
+  file.add("browseable", view(share.browseable), Form::markup);
+  file.add("public", view(share.public_), Form::markup);
+  file.add("oplocks", view(share.oplocks), Form::markup);
+  file.add("map_archive", view(share.map_archive), Form::markup);
+  file.add("read_list", view(share.read_list), Form::markup);
+  file.add("write_list", view(share.write_list), Form::markup);
+  file.add("invalid_users", view(share.invalid_users), Form::markup);
+  file.add_number("recycle_enable", share.recycle_enable);
+  file.add_number("recycle_tree", share.recycle_tree);
+  file.close();
 }
 
-bool add_shares(xmlNode *samba) {
-  if (Is_Smb_Empty() != 0) {
-    return true;
+// False when memory is short.
+bool compose_catalogue(XmlComposer &file) {
+  file.open("samba");
+  if (Is_Smb_Empty() == 0) {
+    file.add_number("count", pss->count);
+    for (const auto &share : each(*pss)) {
+      add_item(file, share);
+    }
   }
-  return add_number(samba, "count", pss->count) &&
-         std::ranges::all_of(each(*pss), [samba](const auto &share) { return add_item(samba, share); });
+  return file.finish();
 }
 
-XmlDocument compose_catalogue() {
-  auto document = new_xml_or_note("config");
-  auto *const samba = document ? add_element(root_of(document), "samba") : nullptr;
-  return samba != nullptr && add_shares(samba) ? std::move(document) : nullptr;
-}
-
-bool store(xmlDoc *document, const char *target) {
-  if (!is_in_shared_folder(target)) {
-    return store_xml(document, target);
-  }
-  // What lies in a shared folder may be anybody's: a broken file there is not kept aside.
-  const auto text = compose_whole(document);
-  return text && store_in_shared_folder(target, view(text));
+// What lies in a shared folder may be anybody's: a broken file there is not kept aside.
+bool store(std::string_view text, const char *target) {
+  return is_in_shared_folder(target) ? store_in_shared_folder(target, text) : store_xml(text, target);
 }
 
 // In memory the texts stay as the file has them.
@@ -77,8 +73,8 @@ int create_HD_xml(const char *target) {
   if (Is_Smb_Empty() != 0 && !is_temporary) {
     return 0;
   }
-  const auto document = compose_catalogue();
-  const bool is_stored = document && store(document.get(), target);
+  XmlComposer file("config");
+  const bool is_stored = compose_catalogue(file) && store(file.text(), target);
   leave_escaped();
   if (!is_stored && is_temporary) {
     unlink(target); // what an earlier program left must not be spread for this catalogue

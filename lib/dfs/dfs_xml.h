@@ -6,18 +6,12 @@
 #pragma once
 
 #include "base/watch.h"
+#include "base/xml_composer.h"
 #include "base/xml_reader.h"
 #include "base/xml_store.h"
-#include "base/xml_writer.h"
 #include "nasshare/catalogue.h"
 
 namespace nasshare {
-
-enum class Form { text, markup };
-
-[[nodiscard]] inline bool add_value(xmlNode *item, const char *name, std::string_view value, Form form) {
-  return form == Form::text ? add_text(item, name, value) : add_markup(item, name, value);
-}
 
 // Calls read(item) for every item of the file; nothing for a file that is no such file.
 template <class Read> void each_item_or_note(const char *path, Read read) {
@@ -31,25 +25,21 @@ template <class Read> void each_item_or_note(const char *path, Read read) {
   }
 }
 
-// Replaces the file with one item per node, filled by fill(item, node). False, and the old file untouched, on
+// Replaces the file with one item per node, filled by fill(file, node). False, and the old file untouched, on
 // failure, and when the nodes came with trouble, so that some may be missing.
 template <class Nodes, class Fill>
 [[nodiscard]] bool store_items(const char *path, const Nodes &nodes, const Trouble &came_with, Fill fill) {
   if (came_with) {
     return false;
   }
-  const auto document = new_xml_or_note("config");
-  auto *const dfs = document ? add_element(root_of(document), "dfs") : nullptr;
-  if (dfs == nullptr) {
-    return false;
-  }
+  XmlComposer file("config");
+  file.open("dfs");
   for (const auto &node : nodes) {
-    auto *const item = add_element(dfs, "item");
-    if (item == nullptr || !fill(item, node)) {
-      return false;
-    }
+    file.open("item");
+    fill(file, node);
+    file.close();
   }
-  return store_xml(document.get(), path);
+  return file.finish() && store_xml(file.text(), path);
 }
 
 // Whether a value fits its field once escaped, and XML can hold it.

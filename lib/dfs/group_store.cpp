@@ -30,8 +30,8 @@ const Trouble &group_trouble() {
 bool store_groups(Form form) {
   auto trouble = name_trouble();
   trouble |= groups_came_with;
-  return store_items(group_file, each(*pnl), trouble, [form](xmlNode *item, const smb_name_node &group) {
-    return add_value(item, "group", view(group.name), form);
+  return store_items(group_file, each(*pnl), trouble, [form](XmlComposer &file, const smb_name_node &group) {
+    file.add("group", view(group.name), form);
   });
 }
 

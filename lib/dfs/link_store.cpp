@@ -28,11 +28,11 @@ void read_link(xmlNode *item) {
 bool store_links(Form form) {
   auto trouble = link_trouble();
   trouble |= file_came_with;
-  return store_items(link_file, each(*pdfs), trouble, [form](xmlNode *item, const smb_dfs_node &link) {
-    return add_value(item, "host", view(link.host), form) &&
-           add_value(item, "share", view(link.share), form) &&
-           add_value(item, "local", view(link.local), form) &&
-           add_value(item, "group", view(link.group), form);
+  return store_items(link_file, each(*pdfs), trouble, [form](XmlComposer &file, const smb_dfs_node &link) {
+    file.add("host", view(link.host), form);
+    file.add("share", view(link.share), form);
+    file.add("local", view(link.local), form);
+    file.add("group", view(link.group), form);
   });
 }
 

@@ -3,7 +3,7 @@
 #include "base/linked_list.h"
 #include "base/program_lock.h"
 #include "base/xml_characters.h"
-#include "base/xml_writer.h"
+#include "base/xml_content.h"
 #include "dfs/link_records.h"
 #include "dfs/link_store.h"
 #include "nasshare/dfs.h"
@@ -20,6 +20,13 @@ bool are_given(std::initializer_list<const char *> values) {
 // A host is handed over as markup: wanted, callers write references in it. So only its own length counts.
 bool is_storable_host(std::string_view host) {
   return host.size() < name_width && can_xml_hold(host);
+}
+
+// What the markup reads as.
+void assign_markup(std::span<char> field, std::string_view markup) {
+  Text<name_width> text;
+  each_piece(markup, Form::markup, [&text](std::string_view piece) { text.append(piece); });
+  assign(field, text.view());
 }
 
 std::optional<smb_dfs_node> link_of(const char *host, const char *share, const char *local,
