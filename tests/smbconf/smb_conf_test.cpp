@@ -227,11 +227,16 @@ TEST(SmbConf, ThatAnotherProgramTookAwayMeanwhileIsWritten) {
 
 // What is opened takes the place of the closed ones.
 TEST(SmbConf, HoldsNoTraceWhereStandardStreamsAreClosed) {
+  Appliance{}
+      .config("/system_mgr/nfs/enable", "1")
+      .exports("\"/mnt/HD/HD_b2\" *\n\"/mnt/HD/HD_a2/music\" *\n");
   outside_a_domain();
+  Insert_Smb_Node(Share{"Music"}.path("/mnt/HD/HD_a2/music").everyone());
   const std::string text = generated();
   const Ended ended = run_to_exit([] {
     close(STDIN_FILENO);
     close(STDOUT_FILENO);
+    std::setvbuf(stdout, nullptr, _IOLBF, BUFSIZ); // printed at once
     smb_dbg_flag = 1;
     create_smb_conf();
     std::fflush(nullptr);
