@@ -3,6 +3,7 @@
 #include "loaded_catalogue.h"
 #include "nasshare/support.h"
 #include "service_commands.h"
+#include "standard_streams.h"
 
 #include <cstdio>
 
@@ -111,10 +112,12 @@ int complain(int status, const char *text) {
 using namespace nasshare::cli;
 
 int main(int argc, char **argv) {
+  open_standard_streams();
   try {
     explain_end_while_loading();
     find_service_commands();
-    return run(Words(argv + 1, argv + argc));
+    const int status = run(Words(argv + 1, argv + argc));
+    return has_printed_all() ? status : complain(refused, "the output could not be written");
   } catch (const Usage &usage) {
     return complain(wrong_usage, usage.what());
   } catch (const std::exception &refusal) {

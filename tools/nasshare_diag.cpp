@@ -2,6 +2,7 @@
 // option acts at once, in the order given, so that "-d -e" lists the catalogue with debug output.
 #include "base/text.h"
 #include "nasshare/nasshare.h"
+#include "standard_streams.h"
 
 #include <cstdio>
 #include <unistd.h>
@@ -97,10 +98,15 @@ void act(int option) {
 } // namespace nasshare
 
 int main(int argc, char **argv) {
+  nasshare::cli::open_standard_streams();
   opterr = 0;
   constexpr const char *options = "dDabcefsrxt";
   for (int option = getopt(argc, argv, options); option != -1; option = getopt(argc, argv, options)) {
     nasshare::act(option);
+  }
+  if (!nasshare::cli::has_printed_all()) {
+    std::fputs("nasshare-diag: the output could not be written\n", stderr);
+    return 1;
   }
   return 0;
 }

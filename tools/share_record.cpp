@@ -17,6 +17,23 @@
 namespace nasshare::cli {
 namespace {
 
+// The files written are made of lines; and the catalogue takes "&amp;" for "&" when it is read: such a name
+// or path is another's by then.
+void refuse_what_changes(const std::string &text, const std::string &what) {
+  refuse_control_characters(text, what);
+  if (text.find("&amp;") != std::string::npos) {
+    throw Refusal(what + " holds \"&amp;\", which would come back as \"&\"");
+  }
+}
+
+// As Samba reads the end of a value.
+bool ends_as_another(std::string_view path) {
+  while (path.ends_with('/')) {
+    path.remove_suffix(1);
+  }
+  return path.ends_with(' ') || path.ends_with('\\') || path.ends_with('"');
+}
+
 void assign_whole(std::span<char> field, std::string_view text, const char *what) {
   if (text.size() >= field.size()) {
     throw Refusal(std::string(what) + " is longer than " + std::to_string(field.size() - 1) + " bytes");
@@ -107,16 +124,17 @@ void set_name(smb_share &share, const std::string &name) {
   if (name.empty()) {
     throw Refusal("the name is empty");
   }
-  refuse_control_characters(name, "the name");
+  refuse_what_changes(name, "the name");
   refuse_name_samba_cannot_take(name);
   assign_whole(share.name, name, "the name");
 }
 
 void set_path(smb_share &share, const std::string &given) {
-  refuse_control_characters(given, "the path");
+  refuse_what_changes(given, "the path");
   const std::string path = std::filesystem::path(given).lexically_normal(); // as it is found again
-  if (path.ends_with(' ') || path.ends_with('\\')) {
-    throw Refusal("Samba would serve another folder for a path that ends in a blank or a backslash");
+  if (ends_as_another(path)) {
+    throw Refusal(
+        "Samba would serve another folder for a path that ends in a blank, a backslash or a double quote");
   }
   struct stat folder {};
   if (::stat(path.c_str(), &folder) != 0 || !S_ISDIR(folder.st_mode)) {
@@ -133,7 +151,7 @@ void apply_options(smb_share &share, const Options &options) {
     if (option == "--path") {
       set_path(share, value);
     } else if (option == "--comment") {
-      refuse_control_characters(value, "the comment");
+      refuse_what_changes(value, "the comment");
       assign_whole(share.comment, value, "the comment");
     } else if (option == "--recycle") {
       set_recycle(share, value);

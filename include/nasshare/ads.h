@@ -17,13 +17,13 @@ extern "C" {
 #pragma GCC visibility push(default)
 
 /* Writes /etc/nsswitch.conf and /etc/krb5.conf, restarts the Samba service, joins the domain, obtains a
-   ticket and starts winbindd. 1 done; 2 domain mode is off, nothing was run; 0 a configuration file is
-   missing after it was written; else the code of ads_join_domain or ads_kinit that stopped it, with nothing
-   taken back. */
+   ticket and starts winbindd. 1 done; 2 domain mode is off, or the configuration cannot be read, nothing was
+   run; 0 a configuration file is missing after it was written; else the code of ads_join_domain or ads_kinit
+   that stopped it, with nothing taken back. */
 int ads_start(void);
 
 /* Back to local accounts: local /etc/nsswitch.conf, no /etc/krb5.conf, winbindd ended, Samba service stopped.
-   1 done; 3 the configuration still asks for domain mode, nothing was changed. */
+   1 done; 3 the configuration still asks for domain mode, or cannot be read, nothing was changed. */
 int ads_stop(void);
 
 /* Runs "net ads join" and classifies its output: 50 joined, 51 clock difference, 52 logon failure, 53 badly

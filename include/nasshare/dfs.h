@@ -61,8 +61,8 @@ void dfs_print_all(void); /* when smb_dbg_flag is set */
 
 /* Replaces the list with the file's links, decoded; leaves it when there is no file. */
 void read_DFS_xml(void);
-/* Replaces the file with the list. The fields are handed over as markup: references are what they stand for,
-   and a "&" that begins none is a "&". */
+/* Replaces the file with the list, while no operation of another program changes it. The fields are handed
+   over as markup: references are what they stand for, and a "&" that begins none is a "&". */
 void write_DFS_xml(void);
 /* Empties the list, loads it and prints it when smb_dbg_flag is set. */
 void get_dfs_info(void);
@@ -84,7 +84,7 @@ uint32_t del_dfs_node_by_group(const char *group);
 
 /* Replaces the name list with the file's groups, decoded; leaves it when there is no file. */
 void read_DFS_group_xml(void);
-/* Replaces the file with the name list, handed over as markup like write_DFS_xml's fields. */
+/* Replaces the file with the name list, handed over as markup, in the way of write_DFS_xml. */
 void write_DFS_group_xml(void);
 /* Empties the name list and loads it. */
 void get_dfs_group_info(void);

@@ -30,7 +30,9 @@ void Get_Mac_Str(char *destination);
    takes the lock /run/nasshare-in-place.lock (flock(2)) meanwhile, as the service commands do. Converts the
    access lists of the listed records into Samba's form, drops a trailing "/" of a recycling share's path,
    sets vol_recycle, creates the recycle directories, and gives shares on USB disks mode 777. A line end in a
-   value becomes a blank. Loads nothing itself (get_samba_info2).
+   value becomes a blank. Loads nothing itself (get_samba_info2): who calls both holds
+   /run/nasshare-service.lock (flock(2), mode 0600) from the load on, as the service commands do, or an older
+   load may replace what was published since.
 
    Returns 0 when the file cannot be opened and when it was written. Returns -1 when memory or the disk has no
    room for the text, when the load was short of memory or descriptors, or of the settings or accounts, and

@@ -3,6 +3,7 @@
 #include "ads/krb5_conf.h"
 #include "ads/nsswitch_conf.h"
 #include "base/debug.h"
+#include "base/watch.h"
 #include "model/domain_mode.h"
 #include "nasshare/ads.h"
 #include "nasshare/smbconf.h"
@@ -17,6 +18,18 @@ namespace {
 
 void run(const char *command) {
   static_cast<void>(std::system(command)); // of the steps, the join and the ticket alone have an answer
+}
+
+enum class ConfiguredMode { domain, local, unknown };
+
+// A configuration that cannot be read says nothing about the mode.
+ConfiguredMode read_mode() {
+  const Watch watch;
+  read_global_setting();
+  if (watch.seen()) {
+    return ConfiguredMode::unknown;
+  }
+  return is_domain_mode() ? ConfiguredMode::domain : ConfiguredMode::local;
 }
 
 bool configuration_exists() {
@@ -42,8 +55,7 @@ void start_winbind() {
 using namespace nasshare;
 
 int ads_start(void) {
-  read_global_setting();
-  if (!is_domain_mode()) {
+  if (read_mode() != ConfiguredMode::domain) {
     return 2;
   }
   run_smbcv();
@@ -70,8 +82,7 @@ int ads_start(void) {
 }
 
 int ads_stop(void) {
-  read_global_setting();
-  if (is_domain_mode()) {
+  if (read_mode() != ConfiguredMode::local) {
     return 3;
   }
   run_smbcv();

@@ -2,6 +2,7 @@
 #include "base/descriptors.h"
 
 #include <cerrno>
+#include <fcntl.h>
 #include <unistd.h>
 
 namespace nasshare {
@@ -56,6 +57,11 @@ ssize_t write_full(int fd, const void *buffer, std::size_t length) {
 
 bool write_all(int fd, std::string_view text) {
   return write_full(fd, text.data(), text.size()) == static_cast<ssize_t>(text.size());
+}
+
+Descriptor beyond_standard(Descriptor file) {
+  const bool is_standard = file && file.get() <= STDERR_FILENO;
+  return is_standard ? Descriptor(fcntl(file.get(), F_DUPFD_CLOEXEC, STDERR_FILENO + 1)) : std::move(file);
 }
 
 } // namespace nasshare

@@ -1,6 +1,8 @@
 // Reading and writing descriptors, past interruptions by signals.
 #pragma once
 
+#include "base/owners.h"
+
 #include <cstddef>
 #include <string_view>
 #include <sys/types.h>
@@ -18,5 +20,9 @@ ssize_t write_full(int fd, const void *buffer, std::size_t length);
 
 // The whole text, or false.
 [[nodiscard]] bool write_all(int fd, std::string_view text);
+
+// The same file with a descriptor above those of standard input, output and error: where these are closed,
+// nothing that is printed lands in it.
+[[nodiscard]] Descriptor beyond_standard(Descriptor file);
 
 } // namespace nasshare

@@ -17,17 +17,19 @@
 namespace nasshare {
 namespace {
 
-// A stream that tells of every write that failed, for short memory too. Kernels before 3.17 have no such
-// memory, and a system may forbid it; a file without a name does as well.
-FILE *open_memory() {
-  Descriptor memory(memfd_create("text", MFD_CLOEXEC));
-  if (!memory) {
-    auto *const file = std::tmpfile();
-    if (file != nullptr) {
-      static_cast<void>(fcntl(fileno(file), F_SETFD, FD_CLOEXEC)); // it always works on what is open
-    }
-    return file;
+// Kernels before 3.17 have no such memory, and a system may forbid it; a file without a name does as well.
+Descriptor open_memory() {
+  auto memory = beyond_standard(Descriptor(memfd_create("text", MFD_CLOEXEC)));
+  if (memory) {
+    return memory;
   }
+  const File file(std::tmpfile());
+  return Descriptor(file ? fcntl(fileno(file.get()), F_DUPFD_CLOEXEC, STDERR_FILENO + 1) : -1);
+}
+
+// A stream that tells of every write that failed, for short memory too.
+FILE *open_text() {
+  auto memory = open_memory();
   auto *const stream = fdopen(memory.get(), "w+e");
   if (stream != nullptr) {
     static_cast<void>(memory.release()); // the stream's now
@@ -38,6 +40,7 @@ FILE *open_memory() {
 // The file that is there, or a new one.
 Descriptor open_or_create(const char *path, bool &is_created) {
   constexpr int flags = O_RDWR | O_CLOEXEC;
+  is_created = false;
   Descriptor file(open(path, flags));
   if (file || errno != ENOENT) {
     return file;
@@ -94,12 +97,23 @@ private:
 } // namespace
 
 InPlaceFile::InPlaceFile(const char *path)
-    : path_(path), file_(open_or_create(path, is_created_)), text_(open_memory()) {}
+    : path_(path), file_(beyond_standard(open_or_create(path, is_created_))), text_(open_text()) {}
 
+// Another program may have filled it meanwhile, or put a file of its own there.
 InPlaceFile::~InPlaceFile() {
   if (is_created_) {
-    unlink(path_);
+    const ProgramLock lock(in_place_lock);
+    if (stands() && size_of(file_.get()) == 0) {
+      unlink(path_);
+    }
   }
+}
+
+bool InPlaceFile::stands() const {
+  struct stat own {};
+  struct stat there {};
+  return fstat(file_.get(), &own) == 0 && stat(path_, &there) == 0 && own.st_dev == there.st_dev &&
+         own.st_ino == there.st_ino;
 }
 
 bool InPlaceFile::write_over() {
@@ -116,14 +130,20 @@ bool InPlaceFile::write_over() {
     return false;
   }
   const Mapped whole(fileno(text_.get()), std::max(size, *old_size));
-  return whole.is_there() && reserve(file_.get(), *old_size, size) && write_all(file_.get(), whole.text()) &&
-         ftruncate(file_.get(), size) == 0;
+  const bool is_written = whole.is_there() && reserve(file_.get(), *old_size, size) &&
+                          write_all(file_.get(), whole.text()) && ftruncate(file_.get(), size) == 0;
+  if (!is_written && *old_size == 0) {
+    static_cast<void>(ftruncate(file_.get(), 0)); // what was empty is not left with half a text
+  }
+  return is_written;
 }
 
 int InPlaceFile::commit() {
   const ProgramLock lock(in_place_lock);
-  const bool is_written = write_over();
-  if (file_.close() != 0 || !is_written) {
+  if (!stands()) { // another program has taken the empty file away, or replaced it
+    file_ = beyond_standard(open_or_create(path_, is_created_));
+  }
+  if (!write_over() || file_.close() != 0) {
     return -1;
   }
   is_created_ = false; // and stays

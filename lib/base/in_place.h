@@ -18,7 +18,8 @@ public:
   explicit InPlaceFile(const char *path);
   InPlaceFile(const InPlaceFile &) = delete;
   InPlaceFile &operator=(const InPlaceFile &) = delete;
-  // A file that was created for a text which it did not get is gone again.
+  // A file that was created for a text which it did not get is gone again, unless another program gave it
+  // one.
   ~InPlaceFile();
 
   [[nodiscard]] bool is_open() const { return static_cast<bool>(file_); }
@@ -29,6 +30,8 @@ public:
   [[nodiscard]] int commit();
 
 private:
+  // Whether the path still leads to the file that is open.
+  [[nodiscard]] bool stands() const;
   bool write_over();
 
   const char *path_;

@@ -38,6 +38,10 @@ public:
   Descriptor(Descriptor &&other) noexcept : fd_(other.release()) {}
   Descriptor(const Descriptor &) = delete;
   Descriptor &operator=(const Descriptor &) = delete;
+  Descriptor &operator=(Descriptor &&other) noexcept {
+    std::swap(fd_, other.fd_); // the other closes what this one had
+    return *this;
+  }
   ~Descriptor() { close(); }
 
   explicit operator bool() const { return fd_ >= 0; }

@@ -4,6 +4,7 @@
 #include "acl/name_records.h"
 #include "base/linked_list.h"
 #include "base/presence.h"
+#include "base/program_lock.h"
 #include "base/text.h"
 #include "nasshare/acl.h"
 #include "nasshare/dfs.h"
@@ -49,6 +50,7 @@ void read_DFS_group_xml(void) {
 }
 
 void write_DFS_group_xml(void) {
+  const ProgramLock lock(dfs_groups_lock);
   static_cast<void>(store_groups(Form::markup)); // it has no result
 }
 

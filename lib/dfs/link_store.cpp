@@ -3,6 +3,7 @@
 
 #include "base/linked_list.h"
 #include "base/presence.h"
+#include "base/program_lock.h"
 #include "base/text.h"
 #include "dfs/link_records.h"
 #include "nasshare/dfs.h"
@@ -56,6 +57,7 @@ void read_DFS_xml(void) {
 }
 
 void write_DFS_xml(void) {
+  const ProgramLock lock(dfs_links_lock);
   static_cast<void>(store_links(Form::markup)); // it has no result
 }
 

@@ -84,7 +84,8 @@ void create_dfs_link(void) {
   if (!is_dfs_on()) {
     return; // the old tree stays: wanted
   }
-  const ProgramLock lock(dfs_tree_lock);
+  ProgramLock lock(dfs_tree_lock);
+  lock.share_with_commands();
   get_dfs_info();
   if (make_closed_root()) {
     std::ranges::for_each(each(*pdfs), make_link_in_tree);

@@ -7,15 +7,20 @@ smbd_conf=/run/samba/smbd.conf        # what smbd reads, derived from it
 smb_passwd=/etc/samba/smbpasswd       # the accounts ("smb passwd file")
 service_file=/run/samba/nasshare-smbd # "<pid> <mark>" of the smbd that was started; "- <mark>" while it starts
 service_lock=/run/nasshare-service.lock
+in_place_lock=/run/nasshare-in-place.lock # held while smb.conf is written
 
 # Whatever the starter's mask: nobody else writes what these commands make, and everybody may read it.
 umask 022
 
 complain() { echo "${0##*/}: $*" >&2; }
 
+# Whoever may read a lock can hold it, and keep every change from being published.
+make_private() { (umask 077 && : >>"$1") && chmod 0600 "$1"; }
+
 # One of these commands at a time loads, publishes and tells smbd, so that what was loaded first never replaces
 # what was loaded later. The lock goes with the last process that has descriptor 9.
 lock_service() {
+  make_private "$service_lock"
   exec 9>"$service_lock"
   flock 9
 }
@@ -40,16 +45,26 @@ unknown_options() {
 # Whether the file holds more than empty lines, which are all that a writer leaves that was killed over a new file.
 has_text() { grep -qs '[^[:space:]]' "$1"; }
 
+# Copies smb.conf as it stands between two that write it, and fails unless that is all of it: in half a file, shares
+# are without the lists of those who may enter and who are denied.
+copy_smb_conf() {
+  make_private "$in_place_lock" &&
+    (flock 8 && cat "$smb_conf" >"$1" && cmp -s "$smb_conf" "$1") 8>>"$in_place_lock" 2>/dev/null
+}
+
 # Samba takes the blanks of "[ Music ]" for a part of the name, and keeps accounts elsewhere unless told. A file
 # that it refuses does not replace the one that it has.
 derive_smbd_conf() {
   trap 'rm -f "$smbd_conf.text.$$" "$smbd_conf.new.$$" "$smbd_conf.unknown.$$"' EXIT
-  # As it stands between two that write it.
-  flock /run/nasshare-in-place.lock cat "$smb_conf" >"$smbd_conf.text.$$" 2>/dev/null
+  copy_smb_conf "$smbd_conf.text.$$" || {
+    complain "$smb_conf cannot be read whole"
+    return 1
+  }
   if has_text "$smbd_conf.text.$$" &&
     LC_ALL=C awk -f "$here/smbd_conf.awk" "$smbd_conf.text.$$" >"$smbd_conf.new.$$" &&
     unknown_options "$smbd_conf.new.$$" >"$smbd_conf.unknown.$$" &&
-    LC_ALL=C awk -v unknown="$smbd_conf.unknown.$$" -f "$here/smbd_conf.awk" "$smbd_conf.text.$$" >"$smbd_conf.new.$$"; then
+    LC_ALL=C awk -v command="${0##*/}" -v unknown="$smbd_conf.unknown.$$" -f "$here/smbd_conf.awk" \
+      "$smbd_conf.text.$$" >"$smbd_conf.new.$$"; then
     mv "$smbd_conf.new.$$" "$smbd_conf"
   else
     complain "Samba cannot take $smb_conf (see testparm $smb_conf)"

@@ -6,8 +6,13 @@
 #include "output.h"
 #include "unopenable.h"
 
+#include <csignal>
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <string>
+#include <string_view>
+#include <sys/file.h>
+#include <unistd.h>
 #include <vector>
 
 namespace nasshare::tests {
@@ -57,6 +62,36 @@ TEST(LinkStore, AListThatWasReadIsWrittenWhateverFailedBefore) {
   list_link(papers);
   write_DFS_xml();
   EXPECT_EQ(stored_links(), (Links{tunes, papers}));
+}
+
+// Two that write at once would take each other's half file for the whole one.
+TEST(LinkStore, IsNotWrittenWhileAnotherProgramChangesIt) {
+  Appliance{}.file(link_path, link_file({tunes}));
+  for (const char *lock : {"/run/nasshare-dfs-links.lock", "/run/nasshare-dfs-groups.lock"}) {
+    const int other = open(lock, O_RDWR | O_CREAT | O_CLOEXEC, 0644);
+    ASSERT_EQ(flock(other, LOCK_EX), 0);
+    const Ended ended = run_to_exit([lock] {
+      alarm(1);
+      std::string_view(lock).find("links") != std::string_view::npos ? write_DFS_xml()
+                                                                     : write_DFS_group_xml();
+    });
+    EXPECT_EQ(ended.status, 128 + SIGALRM) << lock;
+    EXPECT_EQ(stored_links(), Links{tunes});
+    EXPECT_FALSE(exists(group_path));
+    close(other);
+  }
+  write_DFS_xml();
+  write_DFS_group_xml();
+  EXPECT_EQ(stored_links(), Links{});
+  EXPECT_TRUE(exists(group_path));
+}
+
+// Whoever may read a lock can hold it.
+TEST(LinkStore, ItsLockIsForNobodyElseToRead) {
+  Appliance{}.file("/run/nasshare-dfs-links.lock", "");
+  ASSERT_EQ(mode("/run/nasshare-dfs-links.lock"), 0644U);
+  write_DFS_xml();
+  EXPECT_EQ(mode("/run/nasshare-dfs-links.lock"), 0600U);
 }
 
 TEST(LinkStore, AnEmptyListIsAnEmptyElement) {
@@ -152,7 +187,7 @@ TEST(LinkStore, AFolderOfThatNameEmptiesTheList) {
 
 TEST(LinkStore, TheNameOfTheRootDoesNotMatter) {
   EXPECT_EQ(links_of("<other><dfs><item><host>srv1</host><share>music</share><local>tunes</local>"
-                      "<group>media</group></item></dfs></other>"),
+                     "<group>media</group></item></dfs></other>"),
             Links{tunes});
 }
 
@@ -168,26 +203,26 @@ TEST(LinkStore, WithoutDfsOrItemThereAreNoLinks) {
 
 TEST(LinkStore, TheFirstDfsElementCounts) {
   EXPECT_EQ(links_of("<config><samba><item/></samba><dfs><item><host>one</host></item></dfs>"
-                      "<dfs><item><host>two</host></item></dfs></config>"),
+                     "<dfs><item><host>two</host></item></dfs></config>"),
             (Links{{"one", "", "", ""}}));
 }
 
 TEST(LinkStore, FromTheFirstItemOnEveryElementIsALink) {
   EXPECT_EQ(links_of("<config><dfs><before><host>one</host></before><item><host>two</host></item>"
-                      "<entry><host>three</host></entry><!-- four --><item><host>five</host></item>"
-                      "</dfs></config>"),
+                     "<entry><host>three</host></entry><!-- four --><item><host>five</host></item>"
+                     "</dfs></config>"),
             (Links{{"two", "", "", ""}, {"three", "", "", ""}, {"five", "", "", ""}}));
 }
 
 TEST(LinkStore, AMissingChildIsAnEmptyField) {
   EXPECT_EQ(links_of("<config><dfs><item/><item><group>media</group></item>"
-                      "<item><local>tunes</local><host>srv1</host></item></dfs></config>"),
+                     "<item><local>tunes</local><host>srv1</host></item></dfs></config>"),
             (Links{{"", "", "", ""}, {"", "", "", "media"}, {"srv1", "", "tunes", ""}}));
 }
 
 TEST(LinkStore, TheFirstChildOfANameCounts) {
   EXPECT_EQ(links_of("<config><dfs><item><host>one</host><host>two</host><other/><share>music</share>"
-                      "</item></dfs></config>"),
+                     "</item></dfs></config>"),
             (Links{{"one", "music", "", ""}}));
 }
 

@@ -7,6 +7,7 @@
 #include "output.h"
 #include "text.h"
 
+#include <csignal>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <string>
@@ -369,6 +370,24 @@ TEST(DfsTree, IsWholeAfterTwoRebuildsAtOnce) {
     EXPECT_EQ(names_in(root + "/work"), Names{"papers"});
     EXPECT_EQ(mode(root), 0777U);
   }
+}
+
+// The commands of the killed one go on with their work, and would take the new tree away.
+TEST(DfsTree, IsWholeAfterARebuildThatWasKilled) {
+  enabled({tunes});
+  Appliance{}.script("rm", "[ ! -e /tmp/begun ] || exec /bin/rm \"$@\"\n"
+                           ": >/tmp/begun; sleep 1; /bin/rm \"$@\"; : >/tmp/ended");
+  const pid_t killed = fork();
+  if (killed == 0) {
+    create_dfs_link();
+    _exit(0);
+  }
+  ASSERT_EQ(shell("timeout 10 sh -c 'until [ -e /tmp/begun ]; do sleep 0.05; done'").status, 0);
+  ASSERT_EQ(kill(killed, SIGKILL), 0);
+  ASSERT_EQ(waitpid(killed, nullptr, 0), killed);
+  create_dfs_link();
+  ASSERT_EQ(shell("timeout 10 sh -c 'until [ -e /tmp/ended ]; do sleep 0.05; done'").status, 0);
+  EXPECT_EQ(target(root + "/media/tunes"), "msdfs:srv1\\music");
 }
 
 } // namespace

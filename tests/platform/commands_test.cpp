@@ -1,10 +1,12 @@
 // smbcom, smbcv, smbcmd, smb and samba_tmpfs.sh without a real Samba: what they make, print and refuse. The
 // real one is asked in tests/real.
 #include "appliance.h"
+#include "paths.h"
 #include "service_commands.h"
 
 #include <gtest/gtest.h>
 #include <string>
+#include <sys/stat.h>
 
 namespace nasshare::tests {
 namespace {
@@ -15,6 +17,22 @@ TEST(Smbcom, GeneratesWithNasshare) {
   EXPECT_EQ(command("smbcom -g").status, 0);
   EXPECT_EQ(command("smbcom -d").status, 0);
   EXPECT_EQ(transcript(), "nasshare smb-conf\nnasshare smb-conf\nnasshare --debug smb-conf\n");
+}
+
+// nasshare would wait for the lock that smbcom has.
+TEST(Smbcom, TellsThatItHasTheLock) {
+  Appliance{}.script("nasshare", "[ -n \"$NASSHARE_SERVICE_LOCK\" ]");
+  EXPECT_EQ(command("smbcom -g").status, 0);
+}
+
+// Any user who may read the file could hold the lock for ever.
+TEST(Smbcom, ItsLockIsForNobodyElseToRead) {
+  Appliance{}.command("nasshare");
+  EXPECT_EQ(command("smbcom -g").status, 0);
+  EXPECT_EQ(mode("/run/nasshare-service.lock"), 0600U);
+  ASSERT_EQ(chmod("/run/nasshare-service.lock", 0644), 0);
+  EXPECT_EQ(command("smbcom -g").status, 0);
+  EXPECT_EQ(mode("/run/nasshare-service.lock"), 0600U);
 }
 
 TEST(Smbcom, WaitsForNothingThatIsLeftInTheBackground) {
@@ -29,6 +47,32 @@ TEST(Smbcom, PassesOnThatNothingWasGenerated) {
   const Ended ended = command("smbcom");
   EXPECT_EQ(ended.status, 255);
   EXPECT_EQ(ended.err, "nasshare: no data volume\nsmbcom: /etc/samba/smb.conf was not generated\n");
+}
+
+// ---- smb start, until testparm refuses the file
+
+std::string steps_of_a_start(const std::string &generated, int status_of_wbinfo) {
+  Appliance{}
+      .file(smb_conf, generated)
+      .command("nasshare")
+      .command("testparm", "", 1)
+      .command("wbinfo", "", status_of_wbinfo);
+  EXPECT_EQ(command("smb start").status, 1);
+  const std::string steps = transcript();
+  return steps.substr(0, steps.find("testparm"));
+}
+
+TEST(SmbStart, GeneratesSmbConf) {
+  EXPECT_EQ(steps_of_a_start("security = user\n", 0), "nasshare smb-conf\n");
+}
+
+// Accounts of the domain are unknown then, and would be left out.
+TEST(SmbStart, KeepsADomainsSmbConfWhileWinbindDoesNotAnswer) {
+  EXPECT_EQ(steps_of_a_start("security = ads\n", 1), "wbinfo -t\n");
+}
+
+TEST(SmbStart, GeneratesADomainsSmbConfOnceWinbindAnswers) {
+  EXPECT_EQ(steps_of_a_start("security = ads\n", 0), "wbinfo -t\nnasshare smb-conf\n");
 }
 
 TEST(Smbcv, MakesTheFoldersOfSamba) {

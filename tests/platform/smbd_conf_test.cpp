@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 #include <string>
+#include <sys/stat.h>
 
 namespace nasshare::tests {
 namespace {
@@ -62,6 +63,45 @@ TEST_F(SmbdConf, NoLineEndsInABackslash) {
             "comment = a\npath = /mnt\nserver string = b\n");
   EXPECT_EQ(derived("comment = x \\ \\\npath = /mnt\nworkgroup = W\\ \\\\\t\\ \n"),
             "comment = x\npath = /mnt\nworkgroup = W\n");
+}
+
+// Samba drops these at the end of a path, and serves the folder of another name.
+TEST_F(SmbdConf, AShareWhosePathSambaReadsAsAnotherIsLeftOut) {
+  const std::string kept = "[ Music ]\npath = /mnt/HD/HD_a2/My \"best\" music\ncomment = \"x\"\n\n";
+  for (const std::string end : {" ", "\"", "\"\"", "\\", "\t", "\\ ", " \""}) {
+    machine_.file(smb_conf, "[ global ]\nsecurity = user\n\n" + kept +
+                                "[ Open ]\ncomment = \npath = /mnt/HD/HD_a2/a" + end + "\nwrite list =\n\n" +
+                                kept);
+    const Ended ended = derive();
+    EXPECT_EQ(ended.status, 0);
+    EXPECT_EQ(ended.err, "sh: the share \"Open\" is left out: Samba would serve another folder\n");
+    const std::string section = "[Music]" + kept.substr(kept.find('\n'));
+    EXPECT_EQ(read_file(smbd_conf),
+              "[global]\npassdb backend = smbpasswd\nusershare max shares = 0\nsecurity = user\n\n" +
+                  section + section)
+        << end;
+  }
+}
+
+// In half a file a share is without its lists.
+TEST_F(SmbdConf, AFileThatIsNotReadWholeReplacesNothing) {
+  derived("[ Music ]\npath = /mnt\n");
+  const std::string taken = read_file(smbd_conf);
+  for (const char *end : {"kill -KILL $$", "exit 1", "exit 0"}) {
+    machine_.script("cat", std::string("head -n 1 \"$1\"; ") + end);
+    const Ended ended = derive();
+    EXPECT_EQ(ended.status, 1) << end;
+    EXPECT_EQ(ended.err, "sh: /etc/samba/smb.conf cannot be read whole\n");
+    EXPECT_EQ(read_file(smbd_conf), taken) << end;
+  }
+}
+
+TEST_F(SmbdConf, TheLockOfTheFileIsForNobodyElseToRead) {
+  derived("[ Music ]\n");
+  EXPECT_EQ(mode("/run/nasshare-in-place.lock"), 0600U);
+  ASSERT_EQ(chmod("/run/nasshare-in-place.lock", 0644), 0);
+  derived("[ Music ]\n");
+  EXPECT_EQ(mode("/run/nasshare-in-place.lock"), 0600U);
 }
 
 TEST_F(SmbdConf, AFileOfEmptyLinesReplacesNothing) {

@@ -179,6 +179,49 @@ TEST_F(Service, StartGeneratesAnEmptySmbConfAnew) {
   EXPECT_EQ(access("alice", "Music"), "write");
 }
 
+TEST_F(Service, StartServesAChangeThatWasKilledBeforeItWasPublished) {
+  add(music());
+  const std::string old = read_file(smb_conf);
+  ASSERT_EQ(shell("nasshare modify Music --deny bob").status, 0);
+  Appliance{}.file(smb_conf, old);
+  start();
+  EXPECT_EQ(access("alice", "Music"), "write");
+  EXPECT_EQ(access("bob", "Music"), "denied");
+}
+
+TEST_F(Service, StartServesTheOldFileWhereTheCatalogueCannotBeRead) {
+  add(music());
+  Appliance{}.mtab("");
+  const Ended started = shell("smb start");
+  EXPECT_EQ(started.status, 0);
+  EXPECT_EQ(started.err, "nasshare: no data volume is mounted, or no disk is in a bay\n"
+                         "smbcom: /etc/samba/smb.conf was not generated\n");
+  EXPECT_EQ(served_shares(), Names{"Music"});
+}
+
+// Samba would take the double quote away, and serve the folder of another share.
+TEST_F(Service, AShareWhosePathSambaReadsAsAnotherIsNotServed) {
+  add(Share{"Secret"}.path("/mnt/HD/HD_a2/priv").write("#alice#").oplocks("yes").map_archive("no"));
+  folder("/mnt/HD/HD_a2/priv\"");
+  ASSERT_EQ(add_share(Share{"Open"}.path("/mnt/HD/HD_a2/priv\"").everyone().oplocks("yes").map_archive("no")),
+            1);
+  start();
+  EXPECT_EQ(access("bob", "Secret"), "denied");
+  EXPECT_EQ(access("bob", "Open"), "no such share");
+}
+
+// Whoever may read a lock can hold it, and keep changes from being published.
+TEST_F(Service, NoUserOfTheMachineCanHoldALock) {
+  Appliance{}.folder("/etc/dfsroot", 0700);
+  shell("rm -f /run/nasshare*.lock");
+  ASSERT_EQ(shell("smb start").status, 0);
+  add(music());
+  EXPECT_EQ(shell("find /run -maxdepth 1 -name '*.lock' -perm /077").out, "");
+  EXPECT_EQ(
+      shell("ls /run/nasshare-service.lock /run/nasshare-in-place.lock /run/nasshare-dfs-tree.lock").status,
+      0);
+}
+
 TEST_F(Service, StartOpensADfsTreeWhoseRebuildWasKilled) {
   Appliance{}.folder("/etc/dfsroot", 0700);
   ASSERT_EQ(shell("smb start").status, 0);

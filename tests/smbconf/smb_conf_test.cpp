@@ -3,9 +3,12 @@
 #include "debug_output.h"
 #include "nasshare/catalogue.h"
 #include "nasshare/smbconf.h"
+#include "nasshare/support.h"
+#include "output.h"
 #include "share.h"
 #include "smb_conf.h"
 
+#include <cstdio>
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <string>
@@ -182,6 +185,66 @@ TEST(SmbConf, IsNotWrittenWhileAnotherProgramWritesIt) {
   EXPECT_EQ(status, 0);
   EXPECT_NE(read_file(smb_conf), "old");
   close(other);
+}
+
+// A share that is listed while winbind is asked, when another program does its part; whether smb.conf is
+// written.
+int written_while(const std::string &another_program_runs, bool is_possible) {
+  Appliance{}.remove(smb_conf).folder("/mnt/HD/HD_a2").script("wbinfo", another_program_runs);
+  in_the_domain();
+  volumes_present(1, 0);
+  put(pss->ads_workgroup, std::string(is_possible ? 4 : 500, 'W'));
+  std::string denied = "#alice#";
+  while (denied.size() < 1000) {
+    denied += ",#bob#";
+  }
+  Insert_Smb_Node(Share{"Music"}.path("/mnt/HD/HD_a2/music").write("#carol#").deny(denied).recycle(1));
+  return create_smb_conf();
+}
+
+TEST(SmbConf, ThatAnotherProgramWroteMeanwhileIsNotTakenAwayByAFailure) {
+  EXPECT_EQ(written_while("echo '[ global ]' >/etc/samba/smb.conf", false), -1);
+  EXPECT_EQ(read_file(smb_conf), "[ global ]\n");
+}
+
+TEST(SmbConf, ThatAnotherProgramPutThereMeanwhileIsNotTakenAwayByAFailure) {
+  EXPECT_EQ(written_while("rm /etc/samba/smb.conf; : >/etc/samba/new; mv /etc/samba/new /etc/samba/smb.conf",
+                          false),
+            -1);
+  EXPECT_EQ(read_file(smb_conf), "");
+}
+
+TEST(SmbConf, ThatNobodyFilledIsGoneAfterAFailure) {
+  EXPECT_EQ(written_while("", false), -1);
+  EXPECT_FALSE(exists(smb_conf));
+}
+
+// Its writer failed, and took the empty file away that it had made.
+TEST(SmbConf, ThatAnotherProgramTookAwayMeanwhileIsWritten) {
+  EXPECT_EQ(written_while("rm /etc/samba/smb.conf", true), 0);
+  EXPECT_NE(read_file(smb_conf).find("[ Music ]\n"), std::string::npos);
+}
+
+// What is opened takes the place of the closed ones.
+TEST(SmbConf, HoldsNoTraceWhereStandardStreamsAreClosed) {
+  Appliance{}
+      .config("/system_mgr/nfs/enable", "1")
+      .exports("\"/mnt/HD/HD_b2\" *\n\"/mnt/HD/HD_a2/music\" *\n");
+  outside_a_domain();
+  Insert_Smb_Node(Share{"Music"}.path("/mnt/HD/HD_a2/music").everyone());
+  const std::string text = generated();
+  const Ended ended = run_to_exit([] {
+    close(STDIN_FILENO);
+    close(STDOUT_FILENO);
+    std::setvbuf(stdout, nullptr, _IOLBF, BUFSIZ); // printed at once
+    smb_dbg_flag = 1;
+    create_smb_conf();
+    std::fflush(nullptr);
+    _exit(7);
+  });
+  EXPECT_EQ(ended.status, 7);
+  EXPECT_EQ(read_file(smb_conf), text);
+  EXPECT_EQ(read_file("/run/nasshare-in-place.lock"), "");
 }
 
 // The catalogue refuses line ends, but a disk from elsewhere may bring them.

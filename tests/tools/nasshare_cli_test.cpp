@@ -1,11 +1,17 @@
 // The command line of nasshare itself: usage, options, help and debug output.
 #include "nasshare_cli.h"
+#include "paths.h"
 
 #include <string>
 #include <vector>
 
 namespace nasshare::tests {
 namespace {
+
+// The words as the shell takes them.
+Ended cli(const std::string &words) {
+  return run_program({"sh", "-c", NASSHARE_CLI " " + words});
+}
 
 TEST(NasshareUsage, WithoutVolumesLoadingEndsTheProgramAndSaysWhy) {
   for (const std::vector<std::string> &words : {std::vector<std::string>{"list"},
@@ -56,6 +62,30 @@ TEST(NasshareUsage, HelpAndVersionArePrinted) {
     EXPECT_NE(help.out.find(std::string("\n  ") + command), std::string::npos) << command;
   }
   EXPECT_EQ(nasshare({"--version"}).out.substr(0, 9), "nasshare ");
+}
+
+TEST_F(Nasshare, AReportThatCannotBeWrittenIsNoSuccess) {
+  for (const std::string words : {"list", "show Music", "check Docs", "--help"}) {
+    add({"Music", "/mnt/HD/HD_a2/music"});
+    const Ended ended = cli(words + " >/dev/full");
+    EXPECT_EQ(ended.status, refused) << words;
+    EXPECT_EQ(ended.err, "nasshare: the output could not be written\n");
+    succeed({"delete", "Music"});
+  }
+}
+
+// Web programs start others so. What is opened then must not take the place of the closed ones.
+TEST_F(Nasshare, WithClosedStreamsTheTraceLandsInNoFile) {
+  machine_.file("/etc/exports", "\"/mnt/HD/HD_b2\" *\n\"/mnt/HD/HD_a2/music\" *\n")
+      .config("/system_mgr/nfs/enable", "1");
+  add({"Music", "/mnt/HD/HD_a2/music"});
+  succeed({"smb-conf"});
+  const std::string written = read_file(smb_conf);
+  for (const std::string closed : {"<&- >&-", ">&-", "<&- >&- 2>&-"}) {
+    EXPECT_EQ(cli("--debug smb-conf " + closed).status, 0) << closed;
+    EXPECT_EQ(read_file(smb_conf), written) << closed;
+    EXPECT_EQ(shell("cat /run/*.lock").out, "") << closed;
+  }
 }
 
 TEST_F(Nasshare, DebugPrintsWhatTheLibraryDoes) {

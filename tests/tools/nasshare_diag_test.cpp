@@ -198,6 +198,20 @@ TEST(Diag, ShowsAShareThatItAddedBefore) {
   EXPECT_NE(text.find("name            : [test]\n"), std::string::npos);
 }
 
+TEST(Diag, AReportThatCannotBeWrittenIsNoSuccess) {
+  Appliance{};
+  const Ended ended = run_program({"sh", "-c", NASSHARE_DIAG " -f >/dev/full"});
+  EXPECT_EQ(ended.status, 1);
+  EXPECT_EQ(ended.err, "nasshare-diag: the output could not be written\n");
+}
+
+TEST(Diag, WithAClosedOutputTheTraceLandsInNoFile) {
+  one_share().folder("/mnt/HD/HD_a2/test");
+  const std::string often(50, 'x'); // more than the stream's buffer holds
+  EXPECT_EQ(run_program({"sh", "-c", NASSHARE_DIAG " -d" + often + " >&-"}).status, 0);
+  EXPECT_EQ(shell("cat /run/*.lock").out, "");
+}
+
 TEST(Diag, AnAbsentVolumeOrDiskEndsItAtOnce) {
   Appliance{};
   for (const char *option : {"-e", "-b", "-c"}) {

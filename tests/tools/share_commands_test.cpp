@@ -106,11 +106,28 @@ TEST_F(Nasshare, AddStoresThePathAsItIsFoundAgain) {
 }
 
 TEST_F(Nasshare, AddOfAPathThatSambaReadsAsAnotherIsRefused) {
-  for (const std::string path : {"/mnt/HD/HD_a2/music ", "/mnt/HD/HD_a2/music\\"}) {
+  for (const std::string path : {"/mnt/HD/HD_a2/music ", "/mnt/HD/HD_a2/music\\", "/mnt/HD/HD_a2/music\""}) {
     machine_.folder(path);
-    expect_refusal({"add", "Music", path},
-                   "Samba would serve another folder for a path that ends in a blank or a backslash");
+    for (const char *end : {"", "/", "//"}) {
+      expect_refusal({"add", "Music", path + end},
+                     "Samba would serve another folder for a path that ends in a "
+                     "blank, a backslash or a double quote");
+    }
   }
+}
+
+TEST_F(Nasshare, AddOfATextThatComesBackAsAnotherIsRefused) {
+  machine_.folder("/mnt/HD/HD_a2/a&b").folder("/mnt/HD/HD_a2/a&amp;b");
+  const std::string path = "/mnt/HD/HD_a2/a&b";
+  expect_refusal({"add", "a&amp;b", path}, "the name holds \"&amp;\", which would come back as \"&\"");
+  expect_refusal({"add", "a&b", "/mnt/HD/HD_a2/a&amp;b"},
+                 "the path holds \"&amp;\", which would come back as \"&\"");
+  expect_refusal({"add", "a&b", path, "--comment", "&amp;"},
+                 "the comment holds \"&amp;\", which would come back as \"&\"");
+  add({"a&b", path, "--comment", "&lt;"});
+  expect_refusal({"modify", "a&b", "--path", "/mnt/HD/HD_a2/a&amp;b"},
+                 "the path holds \"&amp;\", which would come back as \"&\"");
+  EXPECT_EQ(nasshare({"list"}).out, "a&b\t/mnt/HD/HD_a2/a&b\t&lt;\n");
 }
 
 TEST_F(Nasshare, AddOfANameThatSambaCannotTakeIsRefused) {

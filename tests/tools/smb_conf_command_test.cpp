@@ -1,4 +1,5 @@
 // nasshare smb-conf: the shares that it publishes besides the catalogue's, and the DFS tree.
+#include "domain.h"
 #include "iso_catalogue.h"
 #include "nasshare_cli.h"
 #include "paths.h"
@@ -6,6 +7,7 @@
 
 #include <filesystem>
 #include <string>
+#include <sys/stat.h>
 
 namespace nasshare::tests {
 namespace {
@@ -34,6 +36,40 @@ TEST_F(SmbConf, WritesTheFile) {
 TEST_F(SmbConf, SaysWhenTheFileCannotBeWritten) {
   machine_.remove("/etc/samba");
   expect_refusal({"smb-conf"}, "/etc/samba/smb.conf cannot be written");
+}
+
+// A load that waited would replace what was published since.
+TEST_F(SmbConf, WaitsForTheServiceCommandThatPublishes) {
+  const std::string while_another_does = "flock /run/nasshare-service.lock ";
+  EXPECT_EQ(run_program({"sh", "-c", while_another_does + "timeout 2 " NASSHARE_CLI " smb-conf"}).status,
+            124);
+  EXPECT_FALSE(exists(smb_conf));
+  EXPECT_EQ(run_program(
+                {"sh", "-c", while_another_does + "env NASSHARE_SERVICE_LOCK=held " NASSHARE_CLI " smb-conf"})
+                .status,
+            0);
+  EXPECT_TRUE(exists(smb_conf));
+}
+
+TEST_F(SmbConf, IsNeverForOthersToWrite) {
+  umask(0);
+  succeed({"smb-conf"});
+  EXPECT_EQ(mode(smb_conf), 0664U);
+}
+
+// Nobody is denied who does not fit.
+TEST_F(SmbConf, ThatIsRefusedLeavesNoFileWhereThereWasNone) {
+  configure_domain(machine_, {.workgroup = std::string(500, 'W')});
+  std::string denied = "alice";
+  for (int i = 0; i < 30; ++i) {
+    const std::string name = "user" + std::to_string(i);
+    machine_.user(name, 2000 + i, 500);
+    denied += "," + name;
+  }
+  machine_.command("wbinfo");
+  add({"Music", "/mnt/HD/HD_a2/music", "--write", "bob", "--deny", denied});
+  expect_refusal({"smb-conf"}, "/etc/samba/smb.conf was not written whole");
+  EXPECT_FALSE(exists(smb_conf));
 }
 
 TEST_F(SmbConf, TurnsOplocksOffForAnotherFileService) {
