@@ -6,7 +6,6 @@
 #include "base/watch.h"
 
 #include <cstdlib>
-#include <cstring>
 #include <utility>
 
 namespace nasshare {
@@ -53,7 +52,7 @@ bool XmlComposer::make_room(std::size_t size) {
 
 void XmlComposer::append(std::string_view bytes) {
   if (make_room(bytes.size())) {
-    std::memcpy(bytes_.get() + size_, bytes.data(), bytes.size());
+    std::ranges::copy(bytes, bytes_.get() + size_);
     size_ += bytes.size();
   }
 }

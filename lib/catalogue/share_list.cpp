@@ -1,5 +1,7 @@
 // The list of shares: one record per name, found by it exactly; and what a record becomes when it is put
 // there.
+#include "catalogue/share_list.h"
+
 #include "acl/access_list.h"
 #include "base/debug.h"
 #include "base/linked_list.h"
@@ -65,6 +67,16 @@ void print(const smb_share &share) {
 }
 
 } // namespace
+
+smb_share *append_share_or_note(const smb_share &record) {
+  auto *const share = record.name[0] == '\0' ? nullptr : new_unset_node_or_note<smb_share>();
+  if (share != nullptr) {
+    copy_record(*share, record);
+    append(*pss, share);
+  }
+  return share;
+}
+
 } // namespace nasshare
 
 using namespace nasshare;
@@ -78,16 +90,8 @@ smb_share *Insert_Smb_Node(const smb_share *record) {
     return nullptr;
   }
   const LoadWatch watch;
-  const auto name = listed_name(*record);
-  if (auto *const listed = find_share(name)) {
-    return listed;
-  }
-  auto *const share = name.empty() ? nullptr : new_unset_node_or_note<smb_share>();
-  if (share != nullptr) {
-    copy_record(*share, *record);
-    append(*pss, share);
-  }
-  return share;
+  auto *const listed = find_share(listed_name(*record));
+  return listed != nullptr ? listed : append_share_or_note(*record);
 }
 
 smb_share *Modify_Smb_Node(const smb_share *record) {

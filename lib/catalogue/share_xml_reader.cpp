@@ -3,6 +3,7 @@
 #include "base/debug.h"
 #include "base/presence.h"
 #include "base/text.h"
+#include "catalogue/listed_names.h"
 #include "catalogue/record_adoption.h"
 #include "catalogue/share_name_fix.h"
 #include "catalogue/share_xml.h"
@@ -35,7 +36,7 @@ void read_options(xmlNode *item, smb_share &share) {
 }
 
 // The record is an item's after the other: every field that a file gives is set anew.
-void read_item(xmlNode *item, int volume, RecordAdoption &adoption, smb_share &share) {
+void read_item(xmlNode *item, int volume, RecordAdoption &adoption, ListedNames &listed, smb_share &share) {
   share.volume_raid = ChildText(item, "volume_raid").number();
   read_child(item, "hd_serial", share.hd_serial);
   adoption.renumber_or_note(share);
@@ -52,7 +53,7 @@ void read_item(xmlNode *item, int volume, RecordAdoption &adoption, smb_share &s
   take_configured_name(share.name, view(share.path), volume);
   if (adoption.retag_or_note(share)) {
     read_options(item, share);
-    Insert_Smb_Node(&share);
+    listed.insert_share_or_note(share);
   }
 }
 
@@ -60,10 +61,11 @@ void read_item(xmlNode *item, int volume, RecordAdoption &adoption, smb_share &s
 
 void read_share_xml_or_note(ShareXmlFiles &files, const char *path, int volume) {
   RecordAdoption adoption(volume);
+  ListedNames listed;
   smb_share share{};
   for (auto *item = child_element(files.read_or_note(path), "item"); item != nullptr;
        item = element_from(item->next)) {
-    read_item(item, volume, adoption, share);
+    read_item(item, volume, adoption, listed, share);
   }
   if (adoption.may_have_refused_own()) {
     note_lack();
