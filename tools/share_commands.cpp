@@ -11,6 +11,19 @@
 #include <utility>
 
 namespace nasshare::cli {
+namespace {
+
+// Shares of USB disks stand in no file: what is said about them here would not last.
+std::unique_ptr<smb_share> load_stored_share(const std::string &name) {
+  auto share = load_share(name);
+  if (!is_on_volume(share->path)) {
+    throw Refusal("the share \"" + name +
+                  "\" is a USB disk's: it comes and goes with the disk, open to everyone");
+  }
+  return share;
+}
+
+} // namespace
 
 int list(const Words &words) {
   expect(words, 1, 1, "list");
@@ -65,7 +78,7 @@ int modify(const Words &words) {
   const Options options = take_options(
       words, 2,
       {"--path", "--comment", "--read", "--write", "--deny", "--recycle", "--oplocks", "--map-archive"});
-  const std::unique_ptr<smb_share> share = load_share(words[1]);
+  const std::unique_ptr<smb_share> share = load_stored_share(words[1]);
   apply_options(*share, options);
   if (with_catalogue([&] { return mod_share(share.get()); }) != 1) {
     throw Refusal("the share \"" + words[1] + "\" was not changed");
@@ -75,7 +88,7 @@ int modify(const Words &words) {
 
 int remove_share(const Words &words) {
   expect(words, 2, 2, "delete NAME");
-  load_share(words[1]);
+  static_cast<void>(load_stored_share(words[1])); // for what it refuses
   if (with_catalogue([&] { return del_share(words[1].c_str()); }) != 1) {
     throw Refusal("the share \"" + words[1] + "\" was not deleted");
   }

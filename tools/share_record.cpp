@@ -3,6 +3,7 @@
 
 #include "base/text.h"
 #include "loaded_catalogue.h"
+#include "model/automatic_shares.h"
 #include "model/domain_mode.h"
 #include "model/volumes.h"
 #include "nasshare/acl.h"
@@ -126,6 +127,9 @@ void set_name(smb_share &share, const std::string &name) {
   }
   refuse_what_changes(name, "the name");
   refuse_name_samba_cannot_take(name);
+  if (is_usb_disk_name(name)) {
+    throw Refusal("names with \"USBDisk1\" are those of USB disks");
+  }
   assign_whole(share.name, name, "the name");
 }
 

@@ -29,10 +29,10 @@ void mark_recycling_volume(const smb_share &share) {
 // The listed record keeps its own form: the file may yet turn out not to be written. Whether the list in
 // Samba's form names all that it did.
 [[nodiscard]] bool write_list_or_note(FILE *file, const char *option, std::span<const char> list) {
-  std::array<char, list_width> converted{};
-  assign_list(converted, view(list));
-  const bool is_whole = convert_list_or_note(converted.data());
-  write_option(file, option, view(converted));
+  Text<list_width> converted;
+  assign_list(converted.field(), view(list));
+  const bool is_whole = convert_list_or_note(converted.field().data());
+  write_option(file, option, converted.c_str());
   return is_whole;
 }
 

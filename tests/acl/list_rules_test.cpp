@@ -182,7 +182,8 @@ TEST(ListRule, DeniedThatWouldOverflowEndWithAWholeEntry) {
 }
 
 TEST(ListRule, FullListsLeaveTheirNeighboursIntact) {
-  const Share share = Share{"Music"}.map_archive("yes").read(longest).write(longest).deny(longest).recycle(1, 1);
+  const Share share =
+      Share{"Music"}.map_archive("yes").read(longest).write(longest).deny(longest).recycle(1, 1);
   rw_list_rule(share);
   EXPECT_STREQ(share.record().map_archive, "yes");
   EXPECT_EQ(share.record().read_list, longest);

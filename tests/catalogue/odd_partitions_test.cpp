@@ -196,7 +196,9 @@ TEST(OddPartition, ThatIsAFileIsSkipped) {
 }
 
 TEST(OddPartition, WithAFolderInTheFilesPlaceRefusesAChangeOfItsOwnShares) {
-  volumes_with_room({music(), docs()}).remove(second_share_file).folder(std::string(second_share_file) + "/x");
+  volumes_with_room({music(), docs()})
+      .remove(second_share_file)
+      .folder(std::string(second_share_file) + "/x");
   EXPECT_EQ(output_of([] { EXPECT_EQ(add_share(films("HD_b2")), 0); }),
             "CP: dest file exist and can't remove\n");
   EXPECT_EQ(next_load(), (Names{"Music"}));

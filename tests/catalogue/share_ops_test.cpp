@@ -349,7 +349,8 @@ TEST(AddShare, ReachesHiddenPartitionsWithoutAVolume) {
 
 TEST(AddShare, DoesNotReportAVolumeThatTakesNoFile) {
   two_shares().remove("/mnt/HD_a4/.systemfile").shares("/mnt/HD_b4", share_xml({docs()}));
-  EXPECT_EQ(output_of([] { EXPECT_EQ(add_share(films_to_add()), 1); }), "CP: dest file exist and can't remove\n");
+  EXPECT_EQ(output_of([] { EXPECT_EQ(add_share(films_to_add()), 1); }),
+            "CP: dest file exist and can't remove\n");
   EXPECT_EQ(read_file(second_share_file), share_xml({docs(), stored_films()}));
   EXPECT_EQ(transcript(), "smbcom\n");
 }

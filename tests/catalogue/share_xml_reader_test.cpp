@@ -120,7 +120,8 @@ TEST(ShareXmlReader, AbsentElementsAreEmpty) {
 TEST(ShareXmlReader, ReadsTheFileOfItsVolume) {
   set_single_disk(0, "WD-1");
   set_single_disk(1, "WD-2");
-  const std::string both = share_xml({untagged_music(), Share{"Films"}.on_disk("WD-2").path("/mnt/HD/HD_b2/films")});
+  const std::string both =
+      share_xml({untagged_music(), Share{"Films"}.on_disk("WD-2").path("/mnt/HD/HD_b2/films")});
   Appliance{}.shares(both);
   read_HD_xml(1);
   EXPECT_EQ(listed_shares(), Names{"Films"});
@@ -343,8 +344,9 @@ TEST(ShareXmlReader, AnItemWithoutANameIsDropped) {
 
 TEST(ShareXmlReader, ARecordOfAnotherDiskIsSkippedSilently) {
   set_single_disk(0, "WD-1");
-  Appliance{}.shares("/mnt/HD_a4", share_xml({Share{"Films"}.on_disk("WD-2").path("/mnt/HD/HD_a2/f"),
-                                              Share{"Docs"}.on_disk("").path("/mnt/HD/HD_a2/d"), untagged_music()}));
+  Appliance{}.shares("/mnt/HD_a4",
+                     share_xml({Share{"Films"}.on_disk("WD-2").path("/mnt/HD/HD_a2/f"),
+                                Share{"Docs"}.on_disk("").path("/mnt/HD/HD_a2/d"), untagged_music()}));
   expect_path_of_first_volume_alone();
   EXPECT_EQ(listed_shares(), Names{"Music"});
 }

@@ -105,8 +105,8 @@ TEST(ShareXmlReplacement, FlushesTheFileBeforeItsNameAndTheFolderBehind) {
   Appliance{}.shares("/mnt/HD_a4", "old");
   list_shares();
   EXPECT_EQ(create_HD_xml(share_file.c_str()), 0);
-  EXPECT_EQ(steps, "flush " + share_file + ".new\n" + "rename " + share_file + ".new " + share_file + "\n" + "flush " +
-                       first_hidden_folder + "\n");
+  EXPECT_EQ(steps, "flush " + share_file + ".new\n" + "rename " + share_file + ".new " + share_file + "\n" +
+                       "flush " + first_hidden_folder + "\n");
 }
 
 TEST(ShareXmlReplacement, GivesTheModeOfAFreshFile) {
@@ -121,7 +121,10 @@ TEST(ShareXmlReplacement, GivesTheModeOfAFreshFile) {
 }
 
 TEST(ShareXmlReplacement, ReplacesALinkAndNotWhatItPointsTo) {
-  Appliance{}.file("/mnt/elsewhere.xml", "old").folder(first_hidden_folder).link("/mnt/elsewhere.xml", share_file);
+  Appliance{}
+      .file("/mnt/elsewhere.xml", "old")
+      .folder(first_hidden_folder)
+      .link("/mnt/elsewhere.xml", share_file);
   list_shares();
   EXPECT_EQ(create_HD_xml(share_file.c_str()), 0);
   EXPECT_EQ(read_file("/mnt/elsewhere.xml"), "old");
@@ -193,8 +196,8 @@ TEST(ShareXmlReplacement, FailsWithoutAPlaceForTheFile) {
   const std::string long_name = "/mnt/" + std::string(256, 'n');
   const std::string long_path = "/mnt" + repeated("/folder", 715);
   Captured captured;
-  for (const std::string &target : {std::string("/mnt/nonesuch/.smb.xml"), share_file, std::string(), long_name,
-                                    long_path, std::string("/etc/passwd/.smb.xml")}) {
+  for (const std::string &target : {std::string("/mnt/nonesuch/.smb.xml"), share_file, std::string(),
+                                    long_name, long_path, std::string("/etc/passwd/.smb.xml")}) {
     SCOPED_TRACE(target.substr(0, 40));
     EXPECT_EQ(create_HD_xml(target.c_str()), -1);
   }

@@ -221,7 +221,8 @@ TEST(ShareXmlWriter, WhatTheListedRecordSaysIsWritten) {
   write();
   EXPECT_EQ(stored_text("browseable"), "no");
   EXPECT_EQ(stored_text("public"), "no");
-  EXPECT_EQ(read_file(first_share_file).find("mallory"), std::string::npos) << "the valid users are never stored";
+  EXPECT_EQ(read_file(first_share_file).find("mallory"), std::string::npos)
+      << "the valid users are never stored";
 }
 
 TEST(ShareXmlWriter, SharesOfAllVolumesGoIntoEveryFile) {

@@ -29,8 +29,8 @@ void answers(const std::string &out, const std::string &err = "") {
   Appliance{}
       .file(answer, out)
       .file(std::string(answer) + "-error", err)
-      .program(smbclient, "printf '[%s]\\n' \"$@\" >>" + std::string(calls_of_smbclient) + "\ncat " + answer + "\ncat " +
-                              answer + "-error >&2\nexit 1");
+      .program(smbclient, "printf '[%s]\\n' \"$@\" >>" + std::string(calls_of_smbclient) + "\ncat " + answer +
+                              "\ncat " + answer + "-error >&2\nexit 1");
 }
 
 // The names after a listing that ran to its end.

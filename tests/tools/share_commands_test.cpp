@@ -116,6 +116,16 @@ TEST_F(Nasshare, AddOfAPathThatSambaReadsAsAnotherIsRefused) {
   }
 }
 
+TEST_F(Nasshare, AUsbDisksShareIsRefused) {
+  machine_.mount("/dev/sdc1", "/mnt/USB/HD_c1").shared_name("USBStick = HD_c1\n");
+  const std::string refusal =
+      "the share \"USBStick\" is a USB disk's: it comes and goes with the disk, open to everyone";
+  expect_refusal({"modify", "USBStick", "--deny", "alice"}, refusal);
+  expect_refusal({"delete", "USBStick"}, refusal);
+  expect_refusal({"add", "USBDisk1_2", "/mnt/HD/HD_a2/music"},
+                 "names with \"USBDisk1\" are those of USB disks");
+}
+
 TEST_F(Nasshare, AddOfATextThatComesBackAsAnotherIsRefused) {
   machine_.folder("/mnt/HD/HD_a2/a&b").folder("/mnt/HD/HD_a2/a&amp;b");
   const std::string path = "/mnt/HD/HD_a2/a&b";
