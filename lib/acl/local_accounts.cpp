@@ -10,8 +10,7 @@ namespace {
 
 bool is_there(const LocalAccounts &local) {
   struct stat status {};
-  return stat(local.path, &status) == 0 && S_ISREG(status.st_mode) &&
-         (local.may_be_empty || status.st_size > 0);
+  return stat(local.path, &status) == 0 && S_ISREG(status.st_mode) && status.st_size > 0;
 }
 
 } // namespace

@@ -7,6 +7,10 @@ namespace nasshare {
 
 using Line = Text<list_width>;
 
+inline bool contains_line_end(std::string_view value) {
+  return value.find_first_of("\n\r") != std::string_view::npos;
+}
+
 // The value with a blank for each line end.
 inline Line one_line(std::string_view value) {
   Line line{value};

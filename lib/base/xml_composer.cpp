@@ -11,18 +11,13 @@
 namespace nasshare {
 namespace {
 
-// What does not stand in the file as itself; a carriage return would be read as a line feed.
-std::string_view escape_of(char c) {
-  switch (c) {
-  case '&':
-    return "&amp;";
-  case '<':
-    return "&lt;";
-  case '>':
-    return "&gt;";
-  default:
-    return "&#13;";
-  }
+// What stands in the file for a piece of content; a carriage return would be read as a line feed.
+std::string_view escaped(std::string_view piece) {
+  return piece == "&"    ? "&amp;"
+         : piece == "<"  ? "&lt;"
+         : piece == ">"  ? "&gt;"
+         : piece == "\r" ? "&#13;"
+                         : piece;
 }
 
 } // namespace
@@ -54,18 +49,6 @@ void XmlComposer::append(std::string_view bytes) {
   if (make_room(bytes.size())) {
     std::ranges::copy(bytes, bytes_.get() + size_);
     size_ += bytes.size();
-  }
-}
-
-void XmlComposer::append_escaped(std::string_view piece) {
-  for (;;) {
-    const auto at = piece.find_first_of("&<>\r");
-    append(piece.substr(0, at));
-    if (at == std::string_view::npos) {
-      return;
-    }
-    append(escape_of(piece[at]));
-    piece.remove_prefix(at + 1);
   }
 }
 
@@ -107,7 +90,7 @@ void XmlComposer::add(std::string_view name, std::string_view content, Form form
     return;
   }
   append(">");
-  each_piece(content, form, [this](std::string_view piece) { append_escaped(piece); });
+  each_piece(content, form, [this](std::string_view piece) { append(escaped(piece)); });
   append("</");
   append(name);
   append(">\n");

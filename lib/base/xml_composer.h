@@ -30,7 +30,6 @@ public:
 private:
   void begin_line();
   void append(std::string_view bytes);
-  void append_escaped(std::string_view piece);
   [[nodiscard]] bool make_room(std::size_t size);
 
   static constexpr std::size_t deepest = 4;

@@ -13,15 +13,24 @@ namespace nasshare {
 enum class Form { text, markup };
 
 namespace detail {
-// Most of what is stored: it is itself in every form.
+// Most of what is stored: it is itself in every form, and is not escaped.
+constexpr auto plain_bytes = [] {
+  std::array<bool, 256> is_plain{};
+  for (unsigned char c = ' '; c <= '~'; ++c) {
+    is_plain[c] = c != '&' && c != '<' && c != '>';
+  }
+  return is_plain;
+}();
+
 inline std::string_view plain_run(std::string_view text) {
-  const auto *const end = std::ranges::find_if(text, [](char c) { return c < ' ' || c > '~' || c == '&'; });
+  const auto *const end =
+      std::ranges::find_if_not(text, [](char c) { return plain_bytes[static_cast<unsigned char>(c)]; });
   return text.substr(0, static_cast<std::size_t>(end - text.begin()));
 }
 } // namespace detail
 
-// Calls take(piece) for the content's pieces, in their order. In markup the references that XML knows are the
-// characters that they stand for, and a "&" that begins none is a "&".
+// Calls take(piece) for the content's pieces, in their order; what has to be escaped comes alone. In markup
+// the references that XML knows are the characters that they stand for, and a "&" that begins none is a "&".
 template <class Take> void each_piece(std::string_view text, Form form, Take take) {
   while (!text.empty()) {
     if (const auto run = detail::plain_run(text); !run.empty()) {

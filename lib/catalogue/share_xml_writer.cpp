@@ -1,7 +1,8 @@
 // Writing the share list as share XML: <config><samba><count/><item>...</item>...</samba></config>, UTF-8.
+#include "catalogue/share_xml_writer.h"
+
 #include "base/linked_list.h"
 #include "base/text.h"
-#include "base/xml_composer.h"
 #include "base/xml_store.h"
 #include "catalogue/ampersands.h"
 #include "catalogue/temporary_share_xml.h"
@@ -59,11 +60,8 @@ void leave_escaped() {
 }
 
 } // namespace
-} // namespace nasshare
 
-using namespace nasshare;
-
-int create_HD_xml(const char *target) {
+int write_share_xml(XmlComposer &file, const char *target) {
   // Only the first USB disk is meant: the shares of other disks are stored, and skipped on loading: wanted.
   remove_matching(*pss, [](const smb_share &share) { return is_usb_disk_name(view(share.name)); });
   if (target == nullptr) {
@@ -73,11 +71,19 @@ int create_HD_xml(const char *target) {
   if (Is_Smb_Empty() != 0 && !is_temporary) {
     return 0;
   }
-  XmlComposer file("config");
   const bool is_stored = compose_catalogue(file) && store(file.text(), target);
   leave_escaped();
   if (!is_stored && is_temporary) {
     unlink(target); // what an earlier program left must not be spread for this catalogue
   }
   return is_stored ? 0 : -1;
+}
+
+} // namespace nasshare
+
+using namespace nasshare;
+
+int create_HD_xml(const char *target) {
+  XmlComposer file("config");
+  return write_share_xml(file, target);
 }

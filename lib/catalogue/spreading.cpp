@@ -77,11 +77,12 @@ bool reaches_every_volume(const Copies &copies) {
 
 } // namespace
 
-bool spread_catalogue(int first_volume) {
+bool spread_catalogue(std::string_view text, int first_volume) {
   const TemporaryShareXml catalogue;
   const HiddenFolders folders;
   Copies copies(folders.size());
-  if (!catalogue.is_own() || !fill(copies, folders)) {
+  // An older file of one's own may have been put back: this change's text alone is meant.
+  if (!catalogue.is_own() || catalogue.text() != text || !fill(copies, folders)) {
     return false;
   }
   spread(copies, catalogue, first_volume);

@@ -83,12 +83,12 @@ TEST_P(AccountDatabase, ThatIsNotThereLetsNoShareBeChanged) {
   EXPECT_STREQ(pss->head->invalid_users, "#nobody#,#alice#,#@staff#");
 }
 
-INSTANTIATE_TEST_SUITE_P(Local, AccountDatabase, testing::Values("/etc/passwd", "/etc/group"));
-
-TEST(AnEmptyAccountDatabase, LetsNoShareBeChanged) {
-  with_shares({music().deny("#nobody#,#alice#")}).file("/etc/passwd", "");
+TEST_P(AccountDatabase, ThatIsEmptyLetsNoShareBeChanged) {
+  with_shares({music().deny("#nobody#,#alice#,#@staff#")}).file(GetParam(), "");
   expect_refused();
 }
+
+INSTANTIATE_TEST_SUITE_P(Local, AccountDatabase, testing::Values("/etc/passwd", "/etc/group"));
 
 } // namespace
 } // namespace nasshare::tests

@@ -55,6 +55,15 @@ int flush_step(int fd) {
 // The process ends before that rename on a hidden partition, counted from 1.
 int renames_to_the_end = 0;
 
+// Somebody who can rename files of others in /tmp puts it there, once the new text has been written.
+std::string exchanged_for;
+
+void exchange_temporary(const std::string &written) {
+  if (!exchanged_for.empty() && written == temporary_share_file) {
+    renameat(AT_FDCWD, exchanged_for.c_str(), AT_FDCWD, temporary_share_file);
+  }
+}
+
 int rename_step(const std::string &from, const std::string &to) {
   if (to.starts_with("/mnt/HD_") && --renames_to_the_end == 0) {
     raise(SIGKILL);
@@ -248,6 +257,24 @@ TEST(ShareXmlReplacement, OfAFileWithAVeryLongNameLeavesItAndItsNeighboursAlone)
   }
 }
 
+// The older file is root's, as the new one is, and well-formed: it may be one that an earlier change wrote.
+TEST(ExchangedTemporaryFile, IsNotSpread) {
+  const std::string before = share_xml({stored_share("Music").write("#alice#,#bob#").deny("#nobody#")});
+  Appliance::single_disks().folder("/mnt/HD/HD_a2/Music").shares(before).file("/tmp/older.xml", before);
+  exchanged_for = "/tmp/older.xml";
+  const Share closed = Share{"Music"}
+                           .path("/mnt/HD/HD_a2/Music")
+                           .oplocks("yes")
+                           .map_archive("no")
+                           .write("#alice#")
+                           .deny("#bob#");
+  EXPECT_EQ(mod_share(closed), 0);
+  EXPECT_EQ(read_file(first_share_file), before);
+  EXPECT_EQ(read_file(second_share_file), before);
+  exchanged_for.clear();
+  EXPECT_EQ(mod_share(closed), 1);
+}
+
 // The share lies on one volume or on the other, or on both for the readers of one: never on none.
 TEST(MovedShare, IsNotLostWhereItsMoveIsKilled) {
   Appliance machine = Appliance::single_disks();
@@ -276,5 +303,8 @@ extern "C" [[gnu::visibility("default")]] int fsync(int fd) {
 }
 
 extern "C" [[gnu::visibility("default")]] int rename(const char *from, const char *to) noexcept {
-  return nasshare::tests::rename_step(from, to) == 0 ? renameat(AT_FDCWD, from, AT_FDCWD, to) : -1;
+  const int answer =
+      nasshare::tests::rename_step(from, to) == 0 ? renameat(AT_FDCWD, from, AT_FDCWD, to) : -1;
+  nasshare::tests::exchange_temporary(to);
+  return answer;
 }
