@@ -57,14 +57,18 @@ bool RecordAdoption::is_of_other_volume(const smb_share &record) const {
   return is_present(*pss, other) && view(record.hd_serial) == view(pss->vol_comp_str[other]);
 }
 
-void RecordAdoption::refuse(const smb_share &record) {
-  has_refused_near_ =
-      has_refused_near_ || (mentions_volume(view(record.path), volume_) && !is_of_other_volume(record));
+void RecordAdoption::refuse(const smb_share &record, std::string_view stored_path) {
+  if (!is_of_other_volume(record)) {
+    has_refused_near_ = has_refused_near_ || mentions_volume(view(record.path), volume_);
+    has_refused_here_ = has_refused_here_ || mentions_volume(stored_path, volume_);
+  }
 }
 
 bool RecordAdoption::may_have_refused_own() const {
-  const bool can_never_be_asked = identity_ == unasked_serial && has_accepted_;
-  return has_refused_near_ && !has_told_identity(volume_) && !can_never_be_asked;
+  if (has_told_identity(volume_)) {
+    return false;
+  }
+  return identity_ == unasked_serial ? has_refused_here_ && !has_accepted_ : has_refused_near_;
 }
 
 bool RecordAdoption::retag_or_note(smb_share &record) const {

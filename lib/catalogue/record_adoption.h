@@ -20,12 +20,13 @@ public:
   // Whether the record, renumbered, is the volume's own.
   [[nodiscard]] bool accepts(const smb_share &record);
 
-  // What becomes of a record that is not accepted; its path is where it would be on the volume.
-  void refuse(const smb_share &record);
+  // What becomes of a record that is not accepted. The record's path is where it would be on the volume, the
+  // other one as the file has it.
+  void refuse(const smb_share &record, std::string_view stored_path);
 
   // Whether one of those may be the volume's own all the same, since the volume does not tell today which one
   // it is. What is skipped now is gone with the next store. A disk that can never be asked is known by that:
-  // then some of its records say so.
+  // then some of its records say so, and those that lay elsewhere are not its own.
   [[nodiscard]] bool may_have_refused_own() const;
 
   // Tags an accepted record of a converted volume as what the volume is now; false when its folder was not
@@ -53,7 +54,8 @@ private:
   bool to_parity_ = false;        // a single disk became an array with parity
   bool mirror_to_parity_ = false; // a mirror became one
   bool has_accepted_ = false;
-  bool has_refused_near_ = false; // a record that lies on the volume
+  bool has_refused_near_ = false; // a record that would lie on the volume
+  bool has_refused_here_ = false; // one that says so itself
 };
 
 } // namespace nasshare

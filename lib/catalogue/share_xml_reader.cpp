@@ -43,7 +43,7 @@ void read_item(xmlNode *item, int volume, RecordAdoption &adoption, ListedNames 
   const bool is_accepted = adoption.accepts(share);
   read_place(item, volume, share);
   if (!is_accepted) {
-    adoption.refuse(share);
+    adoption.refuse(share, ChildText(item, "path").view());
     return;
   }
   if (!mentions_volume(view(share.path), volume)) {

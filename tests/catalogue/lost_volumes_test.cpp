@@ -50,6 +50,11 @@ TEST(ChangeWhileAVolume, CanNeverBeAskedForItsSerialIsMade) {
   EXPECT_EQ(chk_share("Music"), 0);
 }
 
+TEST(ChangeWhileAVolume, CanNeverBeAskedAndHasNoShareIsMade) {
+  with_shares({docs()}).no_device("sda").remove("/dev/sda").unmount("/mnt/HD/HD_b2");
+  EXPECT_EQ(add_share(new_share()), 1);
+}
+
 TEST(ChangeWhileAVolume, IsOnADiskThatIsNotListedIsRefused) {
   with_shares({music(), docs()});
   for (const char *listed :
