@@ -199,8 +199,8 @@ int chk_name_path(const char *name, const char *path);
 
 /* 1 when the share was added: the next load shows it. Some shares it shows otherwise, or not at all: one
    whose path lies on neither volume (not at all, or with a path on a volume), one whose name is a USB disk's,
-   and one whose lists leave nobody who exists; one that is called "Volume_1" or "Volume_2" and is the root of a
-   volume, under the volume's configured name; "&amp;" in a name, comment or path comes back as "&", and a
+   and one whose lists leave nobody who exists; one that is called "Volume_1" or "Volume_2" and is the root of
+   a volume, under the volume's configured name; "&amp;" in a name, comment or path comes back as "&", and a
    reference that XML knows in a list as its character. 0 when the name
    is taken or the record is refused: no name, no path, a path that does not exist, a text that XML cannot
    hold (control characters, bytes that are not UTF-8) or that has a line end, a name under which it would

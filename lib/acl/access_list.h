@@ -11,7 +11,9 @@
 
 namespace nasshare {
 
-inline constexpr std::string_view list_delimiters = "#,";
+inline constexpr bool is_list_delimiter(char c) {
+  return c == '#' || c == ',';
+}
 
 class TokenIterator {
 public:
@@ -39,12 +41,12 @@ public:
 
 private:
   static std::string_view skip_delimiters(std::string_view text) {
-    return text.substr(std::min(text.find_first_not_of(list_delimiters), text.size()));
+    return {std::ranges::find_if_not(text, is_list_delimiter), text.end()};
   }
   void take() {
-    const auto end = std::min(rest_.find_first_of(list_delimiters), rest_.size());
-    token_ = rest_.substr(0, end);
-    rest_ = skip_delimiters(rest_.substr(end));
+    const auto *const end = std::ranges::find_if(rest_, is_list_delimiter);
+    token_ = std::string_view(rest_.begin(), end);
+    rest_ = skip_delimiters({end, rest_.end()});
   }
 
   std::string_view rest_;

@@ -26,7 +26,7 @@ void keep_known_entries(char *list, KnowsUser &&knows_user, KnowsGroup &&knows_g
   }
   // A list of one empty name gets a comma behind it: wanted, programs have always read it so.
   const bool is_one_empty_name = known.view() == "##";
-  assign(list_field(list), Text<list_width>{known.view(), is_one_empty_name ? "," : ""}.view());
+  assign(list_field(list), is_one_empty_name ? "##," : known.view());
 }
 
 // The same for the three lists of a share.

@@ -13,7 +13,7 @@ inline bool is_list_entry(const char *account) {
     return false;
   }
   const std::string_view name = account;
-  return name.size() < name_width && name.find_first_of(list_delimiters) == std::string_view::npos &&
+  return name.size() < name_width && std::ranges::none_of(name, is_list_delimiter) &&
          name.find_first_of("\r\n") == std::string_view::npos && can_xml_hold(name) && !holds_reference(name);
 }
 
