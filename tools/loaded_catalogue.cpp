@@ -48,11 +48,23 @@ const smb_share &LoadedCatalogue::share(const std::string &name) {
   return *listed;
 }
 
+// What is taken for a share's own may come back to the disks.
 std::unique_ptr<smb_share> load_share(const std::string &name) {
   const LoadedCatalogue catalogue;
+  if (nasshare_load_trouble() > 1) {
+    throw Refusal("settings or accounts cannot be read, so lists may be short; try again");
+  }
   auto copy = std::make_unique<smb_share>(LoadedCatalogue::share(name));
   copy->next = nullptr;
   return copy;
+}
+
+bool tells_whole_list() {
+  const bool is_whole = nasshare_load_trouble() == 0;
+  if (!is_whole) {
+    std::fputs("nasshare: not everything can be read: shares may be missing\n", stderr);
+  }
+  return is_whole;
 }
 
 bool is_configured_domain_mode() {

@@ -37,7 +37,11 @@ public:
   static const smb_share &share(const std::string &name);
 };
 
-// A copy of the listed share. Throws Refusal when there is none of that name.
+// Whether the load found all shares; complains on standard error when it may not have.
+bool tells_whole_list();
+
+// A copy of the listed share. Throws Refusal when there is none of that name, and when its lists may be
+// short.
 std::unique_ptr<smb_share> load_share(const std::string &name);
 
 // As the configuration says now.

@@ -31,7 +31,7 @@ int list(const Words &words) {
   for (const auto &share : each(*pss)) {
     std::printf("%s\t%s\t%s\n", share.name, share.path, share.comment);
   }
-  return done;
+  return tells_whole_list() ? done : refused;
 }
 
 int show(const Words &words) {

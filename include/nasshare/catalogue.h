@@ -139,7 +139,8 @@ void List_Smb_Node(void);
 
 /* Inserts the shares of one volume (0 or 1) from its ".systemfile/.smb.xml", in Active Directory mode
    ".systemfile/.smb_ads.xml", into the share list. A record that was written for another volume is
-   skipped; one written before the volume became an array is re-tagged and sets list_changed. */
+   skipped; one written before the volume became an array is re-tagged and sets list_changed. Nothing is read for
+   a volume without a hidden path. */
 void read_HD_xml(int volume);
 
 /* Writes the share list into the file, replaced whole. Shares named as the USB disk "USBDisk1" are
@@ -185,6 +186,13 @@ void get_samba_info2(void);
 
 /* Adds the shares of the present volumes to the list, without the access-list check and without USB. */
 void check_hd(void);
+
+/* How the last load went, and what was put into the list or changed there since: 0 when everything was read;
+   1 when shares may be missing, while those that are listed are right; 2 when accounts may be missing in the
+   lists, too, those who are denied among them, for want of memory, of descriptors, of settings or of an
+   answer of the account database. A program that changes a listed record and gives it to mod_share asks
+   before: mod_share judges its own load alone. */
+int nasshare_load_trouble(void);
 
 /* Inserts one share, open to everyone, per mounted USB disk. */
 void create_usb_share(void);

@@ -99,7 +99,8 @@ uint32_t del_dfs_group_node(const char *group);
 /* ---- The tree. ---- */
 
 /* Rebuilds /etc/dfsroot from the link file: a folder per group, in it a symbolic link "msdfs:host\share" per
-   link. Nothing when "/system_mgr/samba/dfs_enable" is not 1; an old tree then stays. */
+   link. Nothing when "/system_mgr/samba/dfs_enable" is not 1; an old tree then stays. While it is built, and
+   where an old one does not go, the tree is shut to all but root and has no links. */
 void create_dfs_link(void);
 
 #pragma GCC visibility pop

@@ -22,16 +22,6 @@ template <class Node> [[nodiscard]] Node *new_node_or_note() {
   return node;
 }
 
-// The same for a record of wide fields, each of which the caller sets: what lies behind their terminators is
-// not cleared, so that no memory is taken for it.
-template <class Node> [[nodiscard]] Node *new_unset_node_or_note() {
-  auto *const node = static_cast<Node *>(std::malloc(sizeof(Node)));
-  if (node == nullptr) {
-    note_doubt();
-  }
-  return node;
-}
-
 template <class Node> class NodeIterator {
 public:
   using iterator_category = std::forward_iterator_tag;

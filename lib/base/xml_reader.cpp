@@ -13,7 +13,8 @@ namespace nasshare {
 namespace {
 
 // The parser's own messages never reach the program's standard error.
-constexpr int parse_options = XML_PARSE_NOBLANKS | XML_PARSE_NOERROR | XML_PARSE_NOWARNING | XML_PARSE_NONET;
+constexpr int parse_options =
+    XML_PARSE_NOBLANKS | XML_PARSE_NODICT | XML_PARSE_NOERROR | XML_PARSE_NOWARNING | XML_PARSE_NONET;
 
 struct FreeParser {
   void operator()(xmlParserCtxt *parser) const { xmlFreeParserCtxt(parser); }

@@ -13,17 +13,20 @@ ListedNames::ListedNames() {
   }
 }
 
-// What is not remembered may be listed twice.
 void ListedNames::remember_or_note(std::string_view name) {
   if (!names_.insert(name)) {
+    is_whole_ = false;
     note_doubt();
   }
 }
 
+bool ListedNames::contains(const smb_share &record) const {
+  return names_.contains(view(record.name)) || (!is_whole_ && check_smb_share_name(record.name) != nullptr);
+}
+
 void ListedNames::insert_share_or_note(const smb_share &record) {
-  const auto name = view(record.name);
-  if (!names_.contains(name) && append_share_or_note(record) != nullptr) {
-    remember_or_note(name);
+  if (!contains(record) && append_share_or_note(record) != nullptr) {
+    remember_or_note(view(record.name));
   }
 }
 

@@ -15,9 +15,11 @@ public:
   void insert_share_or_note(const smb_share &record);
 
 private:
+  [[nodiscard]] bool contains(const smb_share &record) const;
   void remember_or_note(std::string_view name);
 
   NameSet names_;
+  bool is_whole_ = true; // or memory is too short for all names
 };
 
 } // namespace nasshare

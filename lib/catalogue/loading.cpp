@@ -43,6 +43,11 @@ void get_samba_info2(void) {
   }
 }
 
+int nasshare_load_trouble(void) {
+  const auto &verdict = load_verdict();
+  return verdict.is_doubtful ? 2 : verdict.lacks_some ? 1 : 0;
+}
+
 void check_hd(void) {
   const LoadWatch watch;
   read_global_setting();

@@ -69,7 +69,7 @@ void print(const smb_share &share) {
 } // namespace
 
 smb_share *append_share_or_note(const smb_share &record) {
-  auto *const share = record.name[0] == '\0' ? nullptr : new_unset_node_or_note<smb_share>();
+  auto *const share = record.name[0] == '\0' ? nullptr : new_node_or_note<smb_share>();
   if (share != nullptr) {
     copy_record(*share, record);
     append(*pss, share);

@@ -56,7 +56,8 @@ bool place_on_volume(smb_share &record) {
 // Judged where the record ends up: a drive too may report a serial number that no file gives back.
 bool comes_back(const smb_share &record) {
   const auto volume = volume_of(record);
-  return is_storable_identity(record.hd_serial) && !(volume && comes_back_as_another(record, *volume));
+  return volume ? is_storable_identity(record.hd_serial) && !comes_back_as_another(record, *volume)
+                : is_storable(record.hd_serial);
 }
 
 // A share that moves is stored where it goes to before it is taken from where it was: one that is listed

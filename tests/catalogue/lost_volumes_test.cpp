@@ -73,6 +73,20 @@ TEST(ChangeWhileAVolume, OfTheOtherBayDoesNotAnswerIsRefused) {
   expect_refused();
 }
 
+// ---- What a load says of itself
+
+TEST(LoadTrouble, TellsWhetherSharesOrAccountsMayBeMissing) {
+  with_shares({music().deny("#nobody#,#alice#"), docs()});
+  get_samba_info();
+  EXPECT_EQ(nasshare_load_trouble(), 0);
+  Appliance{}.script("sg_scan", "echo '/dev/sda: scsi0 channel=0 id=0 lun=0'");
+  get_samba_info();
+  EXPECT_EQ(nasshare_load_trouble(), 1);
+  Appliance{}.file("/etc/passwd", "");
+  get_samba_info();
+  EXPECT_EQ(nasshare_load_trouble(), 2);
+}
+
 // ---- The account databases
 
 class AccountDatabase : public testing::TestWithParam<const char *> {};

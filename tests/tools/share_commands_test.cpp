@@ -116,6 +116,22 @@ TEST_F(Nasshare, AddOfAPathThatSambaReadsAsAnotherIsRefused) {
   }
 }
 
+// Stored, a record that was loaded without accounts would let in who is denied.
+TEST_F(Nasshare, NothingIsShownOrModifiedWhileAccountsCannotBeRead) {
+  add({"Music", "/mnt/HD/HD_a2/music", "--write", "@staff", "--deny", "bob"});
+  const std::string passwd = read_file("/etc/passwd");
+  machine_.remove("/etc/passwd");
+  const std::string refusal = "settings or accounts cannot be read, so lists may be short; try again";
+  expect_refusal({"show", "Music"}, refusal);
+  expect_refusal({"modify", "Music", "--comment", "hello"}, refusal);
+  const Ended listed = nasshare({"list"});
+  EXPECT_EQ(listed.status, refused);
+  EXPECT_EQ(listed.err, "nasshare: not everything can be read: shares may be missing\n");
+  machine_.file("/etc/passwd", passwd);
+  EXPECT_EQ(shown("Music", "deny"), "nobody,bob");
+  EXPECT_EQ(nasshare({"list"}).status, 0);
+}
+
 TEST_F(Nasshare, AUsbDisksShareIsRefused) {
   machine_.mount("/dev/sdc1", "/mnt/USB/HD_c1").shared_name("USBStick = HD_c1\n");
   const std::string refusal =
