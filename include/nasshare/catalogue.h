@@ -139,8 +139,8 @@ void List_Smb_Node(void);
 
 /* Inserts the shares of one volume (0 or 1) from its ".systemfile/.smb.xml", in Active Directory mode
    ".systemfile/.smb_ads.xml", into the share list. A record that was written for another volume is
-   skipped; one written before the volume became an array is re-tagged and sets list_changed. Nothing is read for
-   a volume without a hidden path. */
+   skipped; one written before the volume became an array is re-tagged and sets list_changed. Nothing is read
+   for a volume without a hidden path. */
 void read_HD_xml(int volume);
 
 /* Writes the share list into the file, replaced whole. Shares named as the USB disk "USBDisk1" are
