@@ -4,8 +4,8 @@
 //
 //   mdstat              what /proc/mdstat holds; without it the file does not exist
 //   disks/sda           lines "scsi scsi0", "serial TEXT", "serial_bytes HEX" (20 bytes as the disk
-//                       sends them), "status N", "host_status N", "driver_status N", and "fail" when
-//                       the request itself fails
+//                       sends them), "status N", "sense_key N" (fixed format), "host_status N",
+//                       "driver_status N", and "fail" when the request itself fails
 //   egiga0              hardware address, such as 02:00:00:0a:1b:02
 //   driver-serial-0|1   20 bytes that the driver leaves for that bay
 //   requests            log of the requests that were answered here
@@ -124,6 +124,7 @@ struct Disk {
   bool fails = false;
   std::string serial_bytes = std::string(serial_size, '\0');
   unsigned char status = 0;
+  unsigned char sense_key = 0;
   unsigned short host_status = 0;
   unsigned short driver_status = 0;
 };
@@ -152,6 +153,8 @@ void read_line(Disk &disk, std::string_view line) {
     disk.serial_bytes = bytes_of(value);
   } else if (key == "status") {
     disk.status = number(value);
+  } else if (key == "sense_key") {
+    disk.sense_key = number(value);
   } else if (key == "host_status") {
     disk.host_status = number(value);
   } else if (key == "driver_status") {
@@ -212,6 +215,10 @@ int identify(const Disk &disk, const std::string &name, sg_io_hdr &request) {
   std::copy_n(disk.serial_bytes.begin(), std::min(disk.serial_bytes.size(), serial_size),
               data.begin() + serial_offset);
   std::memcpy(request.dxferp, data.data(), data.size());
+  if (disk.sense_key != 0 && request.sbp != nullptr && request.mx_sb_len > 2) {
+    request.sbp[0] = 0x70; // a current error in fixed format
+    request.sbp[2] = disk.sense_key;
+  }
   request.status = disk.status;
   request.masked_status = static_cast<unsigned char>((disk.status >> 1) & 0x1f);
   request.host_status = disk.host_status;

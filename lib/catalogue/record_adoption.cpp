@@ -68,7 +68,11 @@ bool RecordAdoption::may_have_refused_own() const {
   if (has_told_identity(volume_)) {
     return false;
   }
-  return identity_ == unasked_serial ? has_refused_here_ && !has_accepted_ : has_refused_near_;
+  if (identity_ == unasked_serial) {
+    return has_refused_here_ && !has_accepted_;
+  }
+  // Where some records are the volume's as they are, the disk was not moved since they were written.
+  return has_accepted_ ? has_refused_here_ : has_refused_near_;
 }
 
 bool RecordAdoption::retag_or_note(smb_share &record) const {

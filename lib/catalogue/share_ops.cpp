@@ -8,6 +8,7 @@
 #include "catalogue/storable_record.h"
 #include "catalogue/storing.h"
 #include "model/domain_mode.h"
+#include "model/volume_identity.h"
 #include "model/volumes.h"
 #include "nasshare/acl.h"
 #include "nasshare/catalogue.h"
@@ -58,6 +59,11 @@ bool comes_back(const smb_share &record) {
   const auto volume = volume_of(record);
   return volume ? is_storable_identity(record.hd_serial) && !comes_back_as_another(record, *volume)
                 : is_storable(record.hd_serial);
+}
+
+// A disk without any serial number is known by having none.
+bool is_unknown_for_now(int volume) {
+  return !is_known_identity(view(pss->vol_comp_str[volume])) && !has_told_identity(volume);
 }
 
 // A share that moves is stored where it goes to before it is taken from where it was: one that is listed
@@ -119,6 +125,9 @@ int mod_share(smb_share *record) {
     return refuse_change();
   }
   const int first_volume = first_volume_of_move(*listed, *record);
+  if (is_volume(first_volume) && is_unknown_for_now(first_volume)) {
+    return refuse_change(); // stored for a volume that nobody knows again, the share would be lost
+  }
   place_on_volume(*record);
   if (!comes_back(*record)) {
     return refuse_change();

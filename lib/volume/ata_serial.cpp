@@ -49,6 +49,17 @@ bool completed(const sg_io_hdr_t &request) {
   return true;
 }
 
+// What a device says once, after a reset or while it wakes (SPC, sense keys in fixed and descriptor format):
+// it has not told anything yet.
+bool is_asked_too_early(const sg_io_hdr_t &request) {
+  constexpr unsigned char check_condition = 2;
+  constexpr std::array<unsigned, 3> passing{0x2, 0x6, 0xB}; // not ready, unit attention, aborted
+  const std::span sense(request.sbp, request.mx_sb_len);
+  const bool has_descriptors = (sense[0] & 0x7FU) >= 0x72U;
+  const unsigned key = sense[has_descriptors ? 1 : 2] & 0xFU;
+  return request.status == check_condition && std::ranges::find(passing, key) != passing.end();
+}
+
 // Words 10 to 19 hold the serial number, the two characters of each word swapped.
 Text<21> serial_number(const Block &identify) {
   std::array<char, 21> characters{};
@@ -97,7 +108,7 @@ bool read_ata_serial_or_note(char *destination, const char *device_name) {
   if (has_answered) {
     assign(field, serial_number(identify).view());
   }
-  return has_answered;
+  return has_answered && !is_asked_too_early(request);
 }
 
 } // namespace nasshare

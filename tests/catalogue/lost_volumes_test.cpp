@@ -55,6 +55,23 @@ TEST(ChangeWhileAVolume, CanNeverBeAskedAndHasNoShareIsMade) {
   EXPECT_EQ(add_share(new_share()), 1);
 }
 
+// As a bridge does at every request; the leftover is the other disk's, which was replaced.
+TEST(ChangeWhileAVolume, NeverTellsASerialIsMade) {
+  const Share own = Share(stored_share("Music").everyone()).on_disk("");
+  with_shares({own, docs()})
+      .disk("sda", "scsi0", "")
+      .disk_status("sda", 0, 7, 0)
+      .disk("sdb", "scsi1", "WD-NEW");
+  EXPECT_EQ(add_share(new_share()), 1);
+}
+
+TEST(MoveToAVolume, ThatDoesNotAnswerIsRefused) {
+  with_shares({docs()}).disk_status("sda", 1, 0, 0).folder("/mnt/HD/HD_a2/Docs");
+  const std::string before = read_file(second_share_file);
+  EXPECT_EQ(mod_share(docs().path("/mnt/HD/HD_a2/Docs").oplocks("yes").map_archive("no")), 0);
+  EXPECT_EQ(read_file(second_share_file), before);
+}
+
 TEST(ChangeWhileAVolume, IsOnADiskThatIsNotListedIsRefused) {
   with_shares({music(), docs()});
   for (const char *listed :

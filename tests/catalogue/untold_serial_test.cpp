@@ -33,5 +33,18 @@ TEST(DiskThatDoesNotAnswer, LetsNoShareBeChanged) {
             share_xml({stored_share("Music").on_disk("ANOTHER-DISK").everyone()}));
 }
 
+TEST(DiskThatWasReset, LetsNoShareBeChanged) {
+  for (const int key : {2, 6, 11}) {
+    with_foreign_record(Appliance::single_disks()).disk("sda", "scsi0", "").disk_sense("sda", key);
+    EXPECT_EQ(add_share(films()), 0) << key;
+  }
+}
+
+// As one that is no ATA disk does at every request.
+TEST(DiskThatKnowsNoIdentify, LetsSharesBeChanged) {
+  with_foreign_record(Appliance::single_disks()).disk("sda", "scsi0", "").disk_sense("sda", 5);
+  EXPECT_EQ(add_share(films()), 1);
+}
+
 } // namespace
 } // namespace nasshare::tests

@@ -77,6 +77,11 @@ Appliance &Appliance::disk_status(const std::string &name, int status, int host_
   return *this;
 }
 
+Appliance &Appliance::disk_sense(const std::string &name, int key) {
+  files::append(description(name), "sense_key " + std::to_string(key) + "\n");
+  return disk_status(name, 2, 0, 0);
+}
+
 Appliance &Appliance::disk_fails(const std::string &name) {
   files::append(description(name), "fail\n");
   return *this;

@@ -37,6 +37,8 @@ public:
   Appliance &raw_disk(const std::string &name, const std::string &scsi_host, const std::string &serial_bytes);
   // How SG_IO completes.
   Appliance &disk_status(const std::string &name, int status, int host_status, int driver_status);
+  // SG_IO completes with a check condition of that sense key, in fixed format.
+  Appliance &disk_sense(const std::string &name, int key);
   // SG_IO itself fails.
   Appliance &disk_fails(const std::string &name);
   // sg_scan lists the disk, but its device cannot be opened.
