@@ -23,6 +23,7 @@ namespace nasshare::tests {
 namespace {
 
 const std::string share_file = first_share_file;
+const std::string system_folder = first_hidden_folder;
 
 // What was made durable and renamed so far, one line each, and what is to fail: a step, or all that begin
 // like it with a '*' behind.
@@ -91,23 +92,23 @@ void expect_failure_leaves_the_old_file() {
   EXPECT_EQ(captured.out(), "");
   EXPECT_EQ(captured.err(), "");
   EXPECT_EQ(read_file(share_file), "old");
-  EXPECT_EQ(names_in(first_hidden_folder), Names{".smb.xml"});
+  EXPECT_EQ(names_in(system_folder), Names{".smb.xml"});
 }
 
 TEST(ShareXmlReplacement, MakesANewFile) {
   Appliance{}.shares("/mnt/HD_a4", "old");
-  ASSERT_EQ(link(share_file.c_str(), (first_hidden_folder + "/kept").c_str()), 0);
+  ASSERT_EQ(link(share_file.c_str(), (system_folder + "/kept").c_str()), 0);
   std::ifstream reader(share_file);
   const ino_t before = inode(share_file);
   list_shares();
   EXPECT_EQ(create_HD_xml(share_file.c_str()), 0);
   EXPECT_NE(inode(share_file), before);
   EXPECT_EQ(read_file(share_file), new_text());
-  EXPECT_EQ(read_file(first_hidden_folder + "/kept"), "old");
+  EXPECT_EQ(read_file(system_folder + "/kept"), "old");
   std::string text;
   std::getline(reader, text);
   EXPECT_EQ(text, "old") << "who has the old file open keeps it";
-  EXPECT_EQ(names_in(first_hidden_folder), (Names{".smb.xml", "kept"}));
+  EXPECT_EQ(names_in(system_folder), (Names{".smb.xml", "kept"}));
 }
 
 TEST(ShareXmlReplacement, FlushesTheFileBeforeItsNameAndTheFolderBehind) {
@@ -115,7 +116,7 @@ TEST(ShareXmlReplacement, FlushesTheFileBeforeItsNameAndTheFolderBehind) {
   list_shares();
   EXPECT_EQ(create_HD_xml(share_file.c_str()), 0);
   EXPECT_EQ(steps, "flush " + share_file + ".new\n" + "rename " + share_file + ".new " + share_file + "\n" +
-                       "flush " + first_hidden_folder + "\n");
+                       "flush " + system_folder + "\n");
 }
 
 TEST(ShareXmlReplacement, GivesTheModeOfAFreshFile) {
@@ -130,10 +131,7 @@ TEST(ShareXmlReplacement, GivesTheModeOfAFreshFile) {
 }
 
 TEST(ShareXmlReplacement, ReplacesALinkAndNotWhatItPointsTo) {
-  Appliance{}
-      .file("/mnt/elsewhere.xml", "old")
-      .folder(first_hidden_folder)
-      .link("/mnt/elsewhere.xml", share_file);
+  Appliance{}.file("/mnt/elsewhere.xml", "old").folder(system_folder).link("/mnt/elsewhere.xml", share_file);
   list_shares();
   EXPECT_EQ(create_HD_xml(share_file.c_str()), 0);
   EXPECT_EQ(read_file("/mnt/elsewhere.xml"), "old");
@@ -148,7 +146,7 @@ TEST(ShareXmlReplacement, WhatAPowerCutLeftIsNoObstacle) {
   list_shares();
   EXPECT_EQ(create_HD_xml(share_file.c_str()), 0);
   EXPECT_EQ(read_file(share_file), new_text());
-  EXPECT_EQ(names_in(first_hidden_folder), Names{".smb.xml"});
+  EXPECT_EQ(names_in(system_folder), Names{".smb.xml"});
 }
 
 TEST(ShareXmlReplacement, ALinkThatWaitsBesideTheFileIsNotFollowed) {
@@ -194,7 +192,7 @@ TEST(ShareXmlReplacement, AFailedRenameKeepsTheOldFile) {
 TEST(ShareXmlReplacement, AFolderThatCannotBeFlushedIsNoFailure) {
   Appliance{}.shares("/mnt/HD_a4", "old");
   list_shares();
-  failing = "flush " + first_hidden_folder;
+  failing = "flush " + system_folder;
   EXPECT_EQ(create_HD_xml(share_file.c_str()), 0);
   EXPECT_EQ(read_file(share_file), new_text());
 }
@@ -213,7 +211,7 @@ TEST(ShareXmlReplacement, FailsWithoutAPlaceForTheFile) {
   EXPECT_EQ(create_HD_xml(nullptr), -1);
   EXPECT_EQ(captured.err(), "");
   EXPECT_EQ(names_in("/mnt"), Names{"HD_a4"});
-  EXPECT_EQ(names_in(first_hidden_folder), Names{".smb.xml"});
+  EXPECT_EQ(names_in(system_folder), Names{".smb.xml"});
 }
 
 TEST(ShareXmlReplacement, TheTemporaryFileIsGoneAfterAFailedWrite) {
