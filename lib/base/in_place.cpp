@@ -3,6 +3,7 @@
 
 #include "base/descriptors.h"
 #include "base/program_lock.h"
+#include "base/same_file.h"
 
 #include <algorithm>
 #include <array>
@@ -112,8 +113,7 @@ InPlaceFile::~InPlaceFile() {
 bool InPlaceFile::stands() const {
   struct stat own {};
   struct stat there {};
-  return fstat(file_.get(), &own) == 0 && stat(path_, &there) == 0 && own.st_dev == there.st_dev &&
-         own.st_ino == there.st_ino;
+  return fstat(file_.get(), &own) == 0 && stat(path_, &there) == 0 && is_same_file(own, there);
 }
 
 bool InPlaceFile::write_over() {

@@ -1,10 +1,10 @@
 // What is left of a broken file may be all that is left of its content.
 #include "base/keep_aside.h"
 
+#include "base/same_file.h"
 #include "base/text.h"
 
 #include <cerrno>
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace nasshare {
@@ -12,11 +12,11 @@ namespace {
 
 constexpr std::string_view numbers[] = {"", "2", "3", "4", "5", "6", "7", "8", "9"};
 
-bool is_same_file(const char *a, const char *b) {
-  struct stat first {};
-  struct stat second {};
-  return stat(a, &first) == 0 && stat(b, &second) == 0 && first.st_ino == second.st_ino &&
-         first.st_dev == second.st_dev;
+// A link that leads to the file is none of its names: it would lead to the successor.
+bool is_kept_as(const char *path, const char *aside) {
+  struct stat file {};
+  struct stat kept {};
+  return lstat(path, &file) == 0 && lstat(aside, &kept) == 0 && is_same_file(file, kept);
 }
 
 } // namespace
@@ -30,7 +30,7 @@ bool keep_aside(const char *path) {
     if (number == std::end(numbers)[-1]) {
       unlink(aside.c_str());
     }
-    if (link(path, aside.c_str()) == 0 || is_same_file(path, aside.c_str())) {
+    if (link(path, aside.c_str()) == 0 || is_kept_as(path, aside.c_str())) {
       return true;
     }
     if (errno != EEXIST) {

@@ -15,15 +15,14 @@ bool is_broken_xml(std::string_view text) {
   return contains(text, "<item") && !is_well_formed_or_note(text) && !watch.seen();
 }
 
-void keep_broken_xml_aside(const char *path) {
-  const WholeFile file(path);
-  if (is_broken_xml(file.text())) {
-    static_cast<void>(keep_aside(path)); // a folder that takes no second name does not keep the change
+void keep_aside_if_broken(const char *path, std::string_view text) {
+  if (is_broken_xml(text)) {
+    static_cast<void>(keep_aside(path));
   }
 }
 
 bool store_xml(std::string_view text, const char *path) {
-  keep_broken_xml_aside(path);
+  keep_aside_if_broken(path, WholeFile(path).text());
   return store_file(path, text);
 }
 

@@ -9,9 +9,9 @@ namespace nasshare {
 // sound.
 [[nodiscard]] bool is_broken_xml(std::string_view text);
 
-// Gives a file with records that is not well-formed a second name, NAME.bad, before its successor takes the
-// first.
-void keep_broken_xml_aside(const char *path);
+// Gives a file whose text is broken a second name, such as NAME.bad, before its successor takes the first. A
+// folder that takes no second name does not keep the change from being made.
+void keep_aside_if_broken(const char *path, std::string_view text);
 
 // Replaces the file with the text of a document. False, and the old file untouched, on failure.
 [[nodiscard]] bool store_xml(std::string_view text, const char *path);

@@ -2,7 +2,6 @@
 // the old one as cp() does it, while another partition holds the new file.
 #include "catalogue/catalogue_copy.h"
 
-#include "base/keep_aside.h"
 #include "base/watch.h"
 #include "base/xml_store.h"
 #include "catalogue/share_xml.h"
@@ -43,10 +42,7 @@ void CatalogueCopy::prepare(std::string_view content, mode_t permissions) {
 
 void CatalogueCopy::put_in_place() {
   if (is_prepared_) {
-    // A folder without room for the second name does not keep the change from being made.
-    if (is_broken_xml(old_.text())) {
-      static_cast<void>(keep_aside(path_.c_str()));
-    }
+    keep_aside_if_broken(path_.c_str(), old_.text());
     is_done_ = successor_.take_place();
     is_touched_ = is_done_;
   }

@@ -35,7 +35,7 @@ void read_options(xmlNode *item, smb_share &share) {
   share.recycle_tree = ChildText(item, "recycle_tree").number();
 }
 
-// The record is an item's after the other: every field that a file gives is set anew.
+// One record serves all items: every field that a file gives is set anew.
 void read_item(xmlNode *item, int volume, RecordAdoption &adoption, ListedNames &listed, smb_share &share) {
   share.volume_raid = ChildText(item, "volume_raid").number();
   read_child(item, "hd_serial", share.hd_serial);

@@ -12,13 +12,14 @@ inline constexpr const char *catalogue_lock = "/run/nasshare.lock";
 
 enum class Listing { no, yes };
 
-// Writes the list, empties it, spreads the file over the volumes, releases the lock and has the Samba service
-// reload. 1; or 0 when the watch over the change has seen trouble, so that the list may lack shares, or when
-// it cannot be written or spread. Nothing is stored then.
 struct Storing {
   Listing listing = Listing::no;
   int first_volume = no_volume_first; // whose partition takes the file before the others
 };
+
+// Writes the list, empties it, spreads the file over the volumes, releases the lock and has the Samba service
+// reload. 1; or 0 when the watch over the change has seen trouble, so that the list may lack shares, or when
+// it cannot be written or spread. Nothing is stored then.
 [[nodiscard]] int store_catalogue(const Watch &change, ProgramLock &lock, const Storing &how = {});
 
 // The end of a change that is not made: the list is emptied, and the answer is 0.

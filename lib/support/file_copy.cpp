@@ -1,6 +1,7 @@
 // Copying a file. Every failure is a line "CP: ..." on standard output, whatever the debug flag is.
 #include "base/descriptors.h"
 #include "base/owners.h"
+#include "base/same_file.h"
 #include "nasshare/support.h"
 #include "support/copy_path.h"
 
@@ -92,7 +93,7 @@ int copy_file(const char *source, const char *destination) {
     return fail("CP: source can't be a link");
   }
   const bool exists = destination != nullptr && stat(destination, &to) == 0;
-  if (exists && from.st_dev == to.st_dev && from.st_ino == to.st_ino) {
+  if (exists && is_same_file(from, to)) {
     return fail("CP: source & dest can't be the same");
   }
   if (!exists && (destination == nullptr || errno != ENOENT)) {

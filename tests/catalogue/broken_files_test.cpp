@@ -38,6 +38,13 @@ TEST(BrokenShareXml, IsKeptBesideEarlierOnes) {
   EXPECT_EQ(read_file(kept_aside + "2"), damaged);
 }
 
+// The link would lead to the successor.
+TEST(BrokenShareXml, IsNotKeptByALinkOfThatName) {
+  with(damaged).link(first_share_file, kept_aside);
+  change();
+  EXPECT_EQ(read_file(kept_aside + "2"), damaged);
+}
+
 TEST(BrokenShareXml, TakesThePlaceOfTheNinth) {
   auto machine = with(damaged).file(kept_aside, "earlier");
   for (const char *number : {"2", "3", "4", "5", "6", "7", "8", "9"}) {
